@@ -1,0 +1,30 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <string>
+
+namespace corvalta::store {
+
+// The system calls that reading and saving the stored files make, one virtual each, so that
+// a test can make any one of them fail. Each behaves as its POSIX namesake: -1 and errno on
+// failure.
+class SystemCalls {
+ public:
+  virtual ~SystemCalls() = default;
+
+  virtual int open(const std::string& path, int flags, mode_t mode) = 0;
+  virtual ssize_t read(int fd, void* buffer, std::size_t size) = 0;
+  virtual ssize_t write(int fd, const void* data, std::size_t size) = 0;
+  virtual int fsync(int fd) = 0;
+  virtual int close(int fd) = 0;
+  virtual int rename(const std::string& from, const std::string& to) = 0;
+  virtual int unlink(const std::string& path) = 0;
+  virtual int mkdir(const std::string& path, mode_t mode) = 0;
+};
+
+// The operating system's own calls.
+SystemCalls& posixSystemCalls();
+
+}  // namespace corvalta::store

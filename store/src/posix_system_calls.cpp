@@ -1,0 +1,37 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "corvalta/store/system_calls.h"
+
+namespace corvalta::store {
+namespace {
+
+class PosixSystemCalls final : public SystemCalls {
+ public:
+  int open(const std::string& path, int flags, mode_t mode) override {
+    return ::open(path.c_str(), flags, mode);
+  }
+  ssize_t read(int fd, void* buffer, std::size_t size) override { return ::read(fd, buffer, size); }
+  ssize_t write(int fd, const void* data, std::size_t size) override {
+    return ::write(fd, data, size);
+  }
+  int fsync(int fd) override { return ::fsync(fd); }
+  int close(int fd) override { return ::close(fd); }
+  int rename(const std::string& from, const std::string& to) override {
+    return std::rename(from.c_str(), to.c_str());
+  }
+  int unlink(const std::string& path) override { return ::unlink(path.c_str()); }
+  int mkdir(const std::string& path, mode_t mode) override { return ::mkdir(path.c_str(), mode); }
+};
+
+}  // namespace
+
+SystemCalls& posixSystemCalls() {
+  static PosixSystemCalls calls;
+  return calls;
+}
+
+}  // namespace corvalta::store
