@@ -1,0 +1,214 @@
+#include "internet_headers_access.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace corvalta::net {
+namespace {
+
+using Access = InternetHeadersAccess;
+using Lines = std::vector<std::string>;
+
+// Every entry in enumeration order as "name=value".
+Lines entries(const InternetHeaders& headers) {
+  Lines lines;
+  for (std::int32_t i = 0; i < headers.Count(); ++i) {
+    lines.push_back(headers.Name(i) + "=" + headers.Value(i));
+  }
+  return lines;
+}
+
+InternetHeaders parsed(const std::string& block) {
+  InternetHeaders headers;
+  Access::ParseHeaders(headers, block);
+  return headers;
+}
+
+// A parsed block gives its headers in order, with line ends, folding and colons handled as
+// mail and HTTP write them, and Source() gives the block back unchanged.
+TEST(InternetHeadersTest, ParsesBlocks) {
+  struct Case {
+    const char* what;
+    std::string block;
+    Lines expected;
+  };
+  const std::vector<Case> cases = {
+      {"status line and CR LF", "HTTP/1.0 200 OK\r\nServer: x\r\nContent-Length: 5",
+       {"Server=x", "Content-Length=5"}},
+      {"stray LF stays in a CR LF value", "A: one\ntwo\r\nB: b", {"A=one\ntwo", "B=b"}},
+      {"LF only", "HTTP/1.0 200 OK\nA: 1\nB: 2\n", {"A=1", "B=2"}},
+      {"CR only", "HTTP/1.0 200 OK\rA: 1\rB: 2", {"A=1", "B=2"}},
+      {"folded with a blank and a tab", "A: one\r\n two\r\n\tthree\r\nB: b",
+       {"A=one two three", "B=b"}},
+      {"continuation keeps further blanks", "A: one\r\n   two", {"A=one   two"}},
+      {"nothing behind the colon", "Empty:\r\nB: b", {"Empty=", "B=b"}},
+      {"colons of the value stay", "Date: Tue, 15 Nov 1994 08:12:31 GMT",
+       {"Date=Tue, 15 Nov 1994 08:12:31 GMT"}},
+      {"status line with a colon", "HTTP/1.0 200 OK: fine\r\nA: 1",
+       {"HTTP/1.0 200 OK=fine", "A=1"}},
+      {"colon first gives an empty name", ": anonymous", {"=anonymous"}},
+      {"blanks in names and behind values stay", "Odd Name : v  \r\nB:\tb",
+       {"Odd Name =v  ", "B=b"}},
+      {"lines without a colon are dropped", "garbage\r\n\r\nA: 1\r\nmore garbage", {"A=1"}},
+      {"empty text", "", {}},
+      {"three of a name", "Received: a\r\nX: x\r\nreceived: b\r\nRECEIVED: c",
+       {"Received=a", "X=x", "received=b", "RECEIVED=c"}},
+  };
+  for (const Case& c : cases) {
+    const InternetHeaders headers = parsed(c.block);
+    EXPECT_EQ(entries(headers), c.expected) << c.what;
+    EXPECT_EQ(headers.Source(), c.block) << c.what;
+  }
+}
+
+// Values are found by name in any case and by number; numbers run 0, 1, 2 and stop at the end.
+TEST(InternetHeadersTest, ReadsValuesByNameAndNumber) {
+  const InternetHeaders headers =
+      parsed("HTTP/1.0 200 OK\r\nReceived: a\r\nX: x\r\nreceived: b\r\nRECEIVED: c");
+  EXPECT_EQ(headers.Count(), 4);
+  EXPECT_EQ(headers.NameCount("Received"), 3);
+  EXPECT_EQ(headers.NameCount("x"), 1);
+  EXPECT_EQ(headers.NameCount("Missing"), 0);
+  EXPECT_EQ(headers.Value("rEcEiVeD"), "a");
+  EXPECT_EQ(headers.Value("Received", 2), "c");
+  EXPECT_EQ(headers.Value("Received", 3), "");
+  EXPECT_EQ(headers.Value("Received", -4), "a");
+  EXPECT_EQ(headers.Value(4), "");
+  EXPECT_EQ(headers.Value(-1), "");
+  EXPECT_EQ(headers.Name(7), "");
+  EXPECT_EQ(headers.CommaSeparatedValues("received"), "a, b, c");
+  EXPECT_EQ(headers.CommaSeparatedValues("Missing"), "");
+}
+
+// Each change to a list leaves the entries, their order and their numbering as stated.
+TEST(InternetHeadersTest, ChangesTheList) {
+  using Change = std::function<void(InternetHeaders&)>;
+  struct Case {
+    const char* what;
+    Change change;
+    Lines expected;
+    // Value(name, number) for number 0, 1, 2, ... up to the first missing one.
+    Lines valuesOfT;
+  };
+  // Start: T=1, Other=o, T=2, T=3.
+  const std::vector<Case> cases = {
+      {"SetHeader on three values leaves the new one",
+       [](InternetHeaders& h) { h.SetHeader("t", "new"); }, {"Other=o", "t=new"}, {"new"}},
+      {"Delete number 0 closes up in place", [](InternetHeaders& h) { h.Delete("T", 0); },
+       {"Other=o", "T=2", "T=3"}, {"2", "3"}},
+      {"Delete number 1 keeps the first and moves the third",
+       [](InternetHeaders& h) { h.Delete("T", 1); }, {"T=1", "Other=o", "T=3"}, {"1", "3"}},
+      {"Delete a number that isn't there", [](InternetHeaders& h) { h.Delete("T", 3); },
+       {"T=1", "Other=o", "T=2", "T=3"}, {"1", "2", "3"}},
+      {"Delete by name", [](InternetHeaders& h) { h.Delete("t"); }, {"Other=o"}, {}},
+      {"SetHeader with a number that exists", [](InternetHeaders& h) { h.SetHeader("T", "b", 1); },
+       {"T=1", "Other=o", "T=b", "T=3"}, {"1", "b", "3"}},
+      {"append after a delete fills the closed-up numbers",
+       [](InternetHeaders& h) {
+         h.Delete("T", 1);
+         h.AppendHeader("T", "4");
+         h.AppendHeader("T", "5");
+       },
+       {"T=1", "Other=o", "T=3", "T=4", "T=5"}, {"1", "3", "4", "5"}},
+      {"a gap stops NameCount and Delete(name)",
+       [](InternetHeaders& h) {
+         h.SetHeader("T", "far", 5);
+         h.Delete("T");
+       },
+       {"Other=o", "T=far"}, {}},
+      {"DeleteAllHeaders", [](InternetHeaders& h) { h.DeleteAllHeaders(); }, {}, {}},
+  };
+  for (const Case& c : cases) {
+    InternetHeaders headers;
+    headers.AppendHeader("T", "1");
+    headers.AppendHeader("Other", "o");
+    headers.AppendHeader("T", "2");
+    headers.AppendHeader("T", "3");
+    c.change(headers);
+    EXPECT_EQ(entries(headers), c.expected) << c.what;
+    Lines numbered;
+    for (std::int32_t n = 0; !headers.Value("T", n).empty(); ++n) {
+      numbered.push_back(headers.Value("T", n));
+    }
+    EXPECT_EQ(numbered, c.valuesOfT) << c.what;
+    EXPECT_EQ(headers.NameCount("T"), static_cast<std::int32_t>(c.valuesOfT.size())) << c.what;
+  }
+}
+
+// A value set beyond the numbers is found by its number only; a single value is replaced in its
+// place and keeps the spelling it was stored with.
+TEST(InternetHeadersTest, SetHeaderEdges) {
+  InternetHeaders headers;
+  headers.SetHeader("X", "five", 5);
+  EXPECT_EQ(headers.NameCount("X"), 0);
+  EXPECT_EQ(headers.Value("X", 5), "five");
+
+  headers.SetHeader("Content-Type", "a");
+  headers.SetHeader("Host", "h");
+  headers.SetHeader("content-type", "b");
+  EXPECT_EQ(Access::FormatHTTPHeaders(headers), "X: five\r\nContent-Type: b\r\nHost: h");
+}
+
+// A long block of one name parses into numbered values without a gap, and appends after
+// deletes land on the first free number.
+TEST(InternetHeadersTest, ManyValuesOfOneName) {
+  std::string block = "HTTP/1.0 200 OK";
+  for (int i = 0; i < 10000; ++i) {
+    block += "\r\nX: " + std::to_string(i);
+  }
+  InternetHeaders headers = parsed(block);
+  ASSERT_EQ(headers.NameCount("X"), 10000);
+  EXPECT_EQ(headers.Value("X", 9999), "9999");
+  headers.Delete("X", 10);
+  headers.AppendHeader("x", "new");
+  EXPECT_EQ(headers.NameCount("X"), 10000);
+  EXPECT_EQ(headers.Value("X", 10), "11");
+  EXPECT_EQ(headers.Value("X", 9999), "new");
+  EXPECT_EQ(headers.Value(headers.Count() - 1), "new");
+}
+
+// Formatting writes one CR LF-joined line per entry; Source keeps a parsed block even after
+// the list changes; mail order puts the well-known headers first and never writes BCC.
+TEST(InternetHeadersTest, FormatsBlocks) {
+  InternetHeaders single;
+  single.SetHeader("Accept", "*/*");
+  EXPECT_EQ(Access::FormatHTTPHeaders(single), "Accept: */*");
+  EXPECT_EQ(single.Source(), "Accept: */*");
+  EXPECT_EQ(Access::FormatHTTPHeaders(InternetHeaders()), "");
+
+  const std::string block = "HTTP/1.0 200 OK\nB:  2\n folded\nA: 1";
+  InternetHeaders parsedBlock = parsed(block);
+  EXPECT_EQ(Access::FormatHTTPHeaders(parsedBlock), "B: 2 folded\r\nA: 1");
+  parsedBlock.Delete("A");
+  parsedBlock.DeleteAllHeaders();
+  EXPECT_EQ(parsedBlock.Count(), 0);
+  EXPECT_EQ(parsedBlock.Source(), block);
+
+  struct Case {
+    const char* what;
+    std::string block;
+    std::string mail;
+  };
+  const std::vector<Case> cases = {
+      {"subject, two To and another", "X-Other: o\r\nTo: a\r\nSubject: s\r\nto: b",
+       "Subject: s\r\nTo: a, b\r\nX-Other: o"},
+      {"only BCC", "BCC: hidden", ""},
+      {"Received right behind Return-Path, ahead of Date",
+       "Date: d\r\nReceived: 1\r\nReceived: 2\r\nReturn-Path: r\r\nReceived: 3\r\nReturn-Path: r2",
+       "Return-Path: r\r\nReceived: 1\r\nReceived: 2\r\nReceived: 3\r\nDate: d"},
+      {"names in small letters are written once, as the table spells them",
+       "subject: s\r\ncc: c1\r\nfrom: f\r\ncc: c2", "Subject: s\r\nFrom: f\r\nCC: c1, c2"},
+      {"a prefix of a well-known name is another header", "Sub: x\r\nReturn: y",
+       "Sub: x\r\nReturn: y"},
+      {"an empty name", ": v\r\nX: x\r\nX: y", ": v\r\nX: x\r\nX: y"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Access::FormatEmailHeaders(parsed(c.block)), c.mail) << c.what;
+  }
+}
+
+}  // namespace
+}  // namespace corvalta::net
