@@ -2,6 +2,7 @@
 #include <corvalta/net/internet_headers.h>
 
 #include "header_keys.h"
+#include "text_scan.h"
 
 #include <algorithm>
 
@@ -9,24 +10,11 @@ namespace corvalta::net {
 
 using detail::baseName;
 using detail::foldCase;
+using detail::lineEndOf;
 
 namespace {
 
 constexpr std::string_view kCRLF = "\r\n";
-
-// The line end a block uses: CR LF if it occurs anywhere, else LF, else CR, else CR LF.
-std::string_view lineEndOf(std::string_view text) {
-  if (text.find(kCRLF) != std::string_view::npos) {
-    return kCRLF;
-  }
-  if (text.find('\n') != std::string_view::npos) {
-    return "\n";
-  }
-  if (text.find('\r') != std::string_view::npos) {
-    return "\r";
-  }
-  return kCRLF;
-}
 
 // Joins folded lines: a line end followed by a blank or a tab becomes one blank. Only that first
 // white-space character of the continuation goes; any further ones stay in the value.
