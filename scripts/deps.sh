@@ -5,9 +5,11 @@
 #   scripts/deps.sh test   what building and running every test needs
 set -euo pipefail
 
-build=(cmake ninja-build g++ pkg-config qt6-base-dev libsdl2-dev libgl-dev fonts-liberation)
+build=(cmake ninja-build g++ pkg-config qt6-base-dev libsdl2-dev libgl-dev fonts-liberation
+       librsvg2-bin)
 test_extra=(libgtest-dev libgmock-dev clang libclang-rt-14-dev nginx-light xvfb xauth
-            pulseaudio pulseaudio-utils sox curl python3)
+            pulseaudio pulseaudio-utils sox curl python3
+            desktop-file-utils appstream dpkg-dev file x11-apps netpbm)
 
 case "${1:-}" in
   play) wanted=("${build[@]}") ;;

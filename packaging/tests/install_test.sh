@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Contract: `cmake --install` into an empty prefix lays out exactly the files a desktop expects,
+# every icon PNG has the size its folder names, the validators accept the desktop entry and the
+# AppStream file, and those two agree with each other, with the icons, the program and the version.
+set -euo pipefail
+cmake=$1 build=$2 app_id=$3 version=$4 has_program=$5
+
+prefix=$(mktemp -d)
+trap 'rm -rf "$prefix"' EXIT
+"$cmake" --install "$build" --prefix "$prefix" >/dev/null
+
+status=0
+fail() { echo "FAIL: $*" >&2; status=1; }
+
+desktop_file=share/applications/$app_id.desktop
+metainfo=share/metainfo/$app_id.metainfo.xml
+icon_sizes=(16 24 32 48 64 128 256)
+expected=("$desktop_file" "$metainfo" "share/icons/hicolor/scalable/apps/$app_id.svg")
+for size in "${icon_sizes[@]}"; do
+  expected+=("share/icons/hicolor/${size}x${size}/apps/$app_id.png")
+done
+[[ $has_program == 1 ]] && expected+=(bin/corvalta)
+
+# The expected files and nothing else, apart from the game's own data folder.
+diff <(printf '%s\n' "${expected[@]}" | sort) \
+     <(cd "$prefix" && find . ! -type d -printf '%P\n' | grep -v '^share/corvalta/' | sort) ||
+  fail "the installed files differ from the expected ones (< missing, > unexpected)"
+
+# A PNG keeps its width and height as big-endian numbers at bytes 16 to 23.
+png_size() {
+  od -An -tu1 -j16 -N8 "$1" |
+    awk '{ printf "%dx%d", (($1*256+$2)*256+$3)*256+$4, (($5*256+$6)*256+$7)*256+$8 }'
+}
+for size in "${icon_sizes[@]}"; do
+  png=$prefix/share/icons/hicolor/${size}x${size}/apps/$app_id.png
+  [[ -f $png ]] || continue
+  got=$(png_size "$png")
+  [[ $got == "${size}x${size}" ]] || fail "the ${size} px icon is $got"
+done
+
+if ! report=$(desktop-file-validate "$prefix/$desktop_file" 2>&1) ||
+   grep -qE '(error|warning):' <<<"$report"; then
+  fail "desktop-file-validate: $report"
+fi
+# Without --no-net the validator would try to fetch the screenshot and the home page.
+appstreamcli validate --no-net --pedantic "$prefix/$metainfo" >&2 ||
+  fail "appstreamcli rejects the metadata"
+appstreamcli validate-tree --no-net "$prefix" >&2 ||
+  fail "appstreamcli rejects the installed tree"
+
+entry_value() { sed -n "s/^$1=//p" "$prefix/$desktop_file"; }
+[[ $(entry_value Icon) == "$app_id" ]] || fail "the desktop entry's Icon= is not $app_id"
+exec_line=$(entry_value Exec)
+[[ ${exec_line%% *} == corvalta ]] || fail "the desktop entry starts '$exec_line', not the program"
+
+xml_text() { grep -o "<$1[^>]*>[^<]*</$1>" "$prefix/$metainfo" | sed 's/<[^>]*>//g'; }
+[[ $(xml_text id) == "$app_id" ]] || fail "the AppStream id is not $app_id"
+[[ $(xml_text launchable) == "$app_id.desktop" ]] || fail "the AppStream launchable is not the desktop entry"
+newest_release=$(grep -o '<release version="[^"]*"' "$prefix/$metainfo" | head -n1 | cut -d'"' -f2)
+[[ $newest_release == "$version" ]] ||
+  fail "the newest AppStream release is '$newest_release', the project's version $version"
+
+exit $status
