@@ -1,0 +1,176 @@
+#include <corvalta/platform/application.h>
+#include <corvalta/platform/controls.h>
+#include <corvalta/platform/errors.h>
+#include <corvalta/platform/text.h>
+#include <corvalta/platform/timer.h>
+#include <corvalta/platform/window.h>
+
+#include <string>
+
+namespace corvalta::platform {
+namespace {
+
+// Whether the user may type `character` at `position` of a field with `mask`. "A" takes a
+// letter or a digit, "a" or "?" any character but a control character, "0", "9" and "#" a
+// digit; past the end of a mask nothing goes in. An empty mask takes everything.
+bool maskAdmits(std::string_view mask, std::int32_t position, std::string_view character) {
+  if (mask.empty()) return true;
+  if (position >= Len(mask)) return false;
+  const std::string place = Mid(mask, position + 1, 1);
+  const auto c = static_cast<unsigned char>(character.front());
+  const bool control = character.size() == 1 && (c < 0x20 || c == 0x7F);
+  const bool digit = c >= '0' && c <= '9';
+  const bool letter = character.size() > 1 || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+  if (place == "A") return letter || digit;
+  if (place == "0" || place == "9" || place == "#") return digit;
+  return !control;
+}
+
+}  // namespace
+
+Control* Control::parent() const {
+  const std::string parentName = textProperty("InitialParent");
+  if (parentName.empty() || window() == nullptr) return nullptr;
+  return dynamic_cast<Control*>(window()->controlByName(parentName));
+}
+
+bool Control::acceptsInput() const {
+  if (!Enabled() || !Visible()) return false;
+  const Control* up = parent();
+  return up == nullptr || up->acceptsInput();
+}
+
+void Control::SetFocus() {
+  if (window() != nullptr) window()->setFocusControl(this);
+}
+
+void Control::Refresh(bool /*immediately*/) {
+  if (window() != nullptr) window()->application().observer().refreshRequested(*this);
+}
+
+void EditField::setText(std::string text) {
+  if (text == Text()) return;
+  setProperty("Text", std::move(text));
+  raise("TextChange");
+}
+
+void EditField::userType(std::string_view text) {
+  if (!acceptsInput() || ReadOnly()) return;
+  setText({});
+  const std::string mask = Mask();
+  const std::int32_t limit = LimitText();
+  for (std::int32_t i = 1; i <= Len(text); ++i) {
+    const std::string character = Mid(text, i, 1);
+    const std::int32_t length = Len(Text());
+    if (limit > 0 && length >= limit) break;
+    if (!maskAdmits(mask, length, character)) continue;
+    setText(Text() + character);
+  }
+}
+
+void PushButton::userPress() {
+  if (acceptsInput()) raise("Action");
+}
+
+void RadioButton::setValue(bool value) {
+  if (value == Value()) return;
+  if (value && window() != nullptr) {
+    const std::string group = textProperty("InitialParent");
+    for (PaneChild* child : window()->controls()) {
+      auto* sibling = dynamic_cast<RadioButton*>(child);
+      if (sibling != nullptr && sibling != this && sibling->textProperty("InitialParent") == group) {
+        sibling->setProperty("Value", false);
+      }
+    }
+  }
+  setProperty("Value", value);
+  if (value) raise("Action");
+}
+
+void RadioButton::userPress() {
+  if (acceptsInput()) setValue(true);
+}
+
+void Listbox::AddRow(std::string text) {
+  std::vector<std::string> row(static_cast<std::size_t>(ColumnCount()));
+  row.front() = std::move(text);
+  rows_.push_back(std::move(row));
+  lastIndex_ = ListCount() - 1;
+  rowsChanged();
+}
+
+void Listbox::RemoveRow(std::int32_t row) {
+  checkCell(row, 0);
+  rows_.erase(rows_.begin() + row);
+  if (row == lastIndex_) {
+    lastIndex_ = -1;
+  } else if (row < lastIndex_) {
+    --lastIndex_;
+  }
+  rowsChanged();
+}
+
+void Listbox::DeleteAllRows() {
+  rows_.clear();
+  lastIndex_ = -1;
+  rowsChanged();
+}
+
+const std::string& Listbox::Cell(std::int32_t row, std::int32_t column) const {
+  checkCell(row, column);
+  return rows_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)];
+}
+
+void Listbox::setCell(std::int32_t row, std::int32_t column, std::string text) {
+  checkCell(row, column);
+  rows_[static_cast<std::size_t>(row)][static_cast<std::size_t>(column)] = std::move(text);
+  rowsChanged();
+}
+
+std::int32_t Listbox::ColumnAlignment(std::int32_t column) const {
+  if (column < 0 || column >= ColumnCount()) {
+    throw OutOfBoundsException("no column " + std::to_string(column));
+  }
+  const auto index = static_cast<std::size_t>(column);
+  return index < alignments_.size() ? alignments_[index] : 0;
+}
+
+void Listbox::setColumnAlignment(std::int32_t column, std::int32_t alignment) {
+  (void)ColumnAlignment(column);  // throws for a column that is not there
+  const auto index = static_cast<std::size_t>(column);
+  if (alignments_.size() <= index) alignments_.resize(index + 1, 0);
+  alignments_[index] = alignment;
+  rowsChanged();
+}
+
+void Listbox::userEditCell(std::int32_t row, std::int32_t column, std::string text) {
+  if (!acceptsInput()) return;
+  setCell(row, column, std::move(text));
+  raise("CellTextChange", {row, column});
+}
+
+void Listbox::checkCell(std::int32_t row, std::int32_t column) const {
+  if (row < 0 || row >= ListCount() || column < 0 || column >= ColumnCount()) {
+    throw OutOfBoundsException("no cell " + std::to_string(row) + ", " + std::to_string(column) +
+                               " in " + key());
+  }
+}
+
+void Listbox::rowsChanged() {
+  if (window() != nullptr) window()->application().observer().rowsChanged(*this);
+}
+
+std::unique_ptr<PaneChild> makePaneChild(std::string_view className) {
+  if (className == "StaticText") return std::make_unique<StaticText>();
+  if (className == "EditField") return std::make_unique<EditField>();
+  if (className == "PushButton") return std::make_unique<PushButton>();
+  if (className == "RadioButton") return std::make_unique<RadioButton>();
+  if (className == "GroupBox") return std::make_unique<GroupBox>();
+  if (className == "Separator") return std::make_unique<Separator>();
+  if (className == "ProgressBar") return std::make_unique<ProgressBar>();
+  if (className == "Listbox") return std::make_unique<Listbox>();
+  if (className == "Timer") return std::make_unique<Timer>();
+  return nullptr;
+}
+
+}  // namespace corvalta::platform

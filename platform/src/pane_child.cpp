@@ -1,0 +1,80 @@
+#include <corvalta/platform/application.h>
+#include <corvalta/platform/pane_child.h>
+#include <corvalta/platform/window.h>
+
+#include <algorithm>
+
+namespace corvalta::platform {
+
+PaneChild::PaneChild(std::string className) : className_(std::move(className)) {}
+
+PaneChild::~PaneChild() = default;
+
+const PropertyValue* PaneChild::property(std::string_view name) const {
+  const auto found = std::find_if(properties_.begin(), properties_.end(),
+                                  [&](const Property& p) { return p.name == name; });
+  return found == properties_.end() ? nullptr : &found->value;
+}
+
+void PaneChild::setProperty(std::string_view name, PropertyValue value) {
+  auto found = std::find_if(properties_.begin(), properties_.end(),
+                            [&](const Property& p) { return p.name == name; });
+  if (found == properties_.end()) {
+    properties_.push_back({std::string(name), std::move(value)});
+  } else if (found->value == value) {
+    return;
+  } else {
+    found->value = std::move(value);
+  }
+  propertyChanged(name);
+  if (window_ != nullptr) window_->application().observer().propertyChanged(*this, name);
+}
+
+void PaneChild::applyProperties(const PropertyList& properties) {
+  for (const auto& [name, value] : properties) setProperty(name, value);
+}
+
+void PaneChild::installHandler(std::string event, Handler handler) {
+  handlers_[std::move(event)] = std::move(handler);
+}
+
+void PaneChild::installHandler(std::string event, std::function<void()> handler) {
+  installHandler(std::move(event), Handler([handler = std::move(handler)](const EventArgs&) { handler(); }));
+}
+
+bool PaneChild::hasHandler(std::string_view event) const {
+  return handlers_.find(event) != handlers_.end();
+}
+
+void PaneChild::raise(std::string_view event, const EventArgs& args) {
+  const auto found = handlers_.find(event);
+  if (found == handlers_.end()) return;
+  // The handler may replace itself; run a copy.
+  const Handler handler = found->second;
+  handler(args);
+}
+
+bool PaneChild::boolProperty(std::string_view name, bool fallback) const {
+  const auto* value = property(name);
+  const auto* b = value != nullptr ? std::get_if<bool>(value) : nullptr;
+  return b != nullptr ? *b : fallback;
+}
+
+std::int32_t PaneChild::intProperty(std::string_view name, std::int32_t fallback) const {
+  const auto* value = property(name);
+  const auto* i = value != nullptr ? std::get_if<std::int32_t>(value) : nullptr;
+  return i != nullptr ? *i : fallback;
+}
+
+std::string PaneChild::textProperty(std::string_view name) const {
+  const auto* value = property(name);
+  const auto* s = value != nullptr ? std::get_if<std::string>(value) : nullptr;
+  return s != nullptr ? *s : std::string();
+}
+
+void PaneChild::attach(Window* window, std::string key) {
+  window_ = window;
+  key_ = std::move(key);
+}
+
+}  // namespace corvalta::platform

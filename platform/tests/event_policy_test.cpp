@@ -1,0 +1,193 @@
+#include <corvalta/platform/application.h>
+#include <corvalta/platform/controls.h>
+#include <corvalta/platform/headless/headless_services.h>
+#include <corvalta/platform/timer.h>
+#include <corvalta/platform/user_input.h>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace corvalta::platform {
+namespace {
+
+using namespace std::chrono_literals;
+using headless::HeadlessServices;
+
+constexpr std::int32_t kSound = 7;
+
+// A window of plain controls; the tests install the handlers they need.
+class PlainWindow : public Window {
+ public:
+  explicit PlainWindow(const WindowPlan& plan) : Window(plan.className) { build(plan); }
+};
+
+WindowPlan mainPlan() {
+  return {"Main",
+          {{"Visible", true}},
+          {{"Go", "PushButton", {{"Name", std::string("Go")}}, {}},
+           {"Ok", "PushButton", {{"Name", std::string("Ok")}}, {}},
+           {"Ticker", "Timer", {{"Mode", 0}, {"Period", 1000}}, {}}}};
+}
+
+WindowPlan dialogPlan() {
+  return {"Dialog",
+          {{"Visible", false}},
+          {{"NameField", "EditField", {{"Name", std::string("NameField")}}, {}},
+           {"Done", "PushButton", {{"Name", std::string("Done")}}, {}}}};
+}
+
+class EventPolicyTest : public ::testing::Test {
+ protected:
+  EventPolicyTest() {
+    app.registerWindowClass("Main", [] { return std::make_unique<PlainWindow>(mainPlan()); });
+    app.registerWindowClass("Dialog", [] { return std::make_unique<PlainWindow>(dialogPlan()); });
+    main = &app.implicitInstance("Main");
+    main->control<Timer>("Ticker").installHandler("Action", [this] { note("tick"); });
+    main->control<PushButton>("Ok").installHandler("Action", [this] { note("ok"); });
+  }
+
+  void note(const std::string& what) {
+    log.push_back(what + "@" + std::to_string(services.loop.elapsed().count()));
+  }
+
+  HeadlessServices services{1, {{kSound, 2300ms}}};
+  Application app{services.services()};
+  std::shared_ptr<Sound> sound = services.sounds.GetSound(kSound);
+  Window* main = nullptr;
+  std::vector<std::string> log;
+};
+
+// Ticks and clicks that fall due while a handler waits for a sound are held, in order, and
+// delivered right after it returns; the ticks keep their one-second grid from the start.
+TEST_F(EventPolicyTest, WaitForSoundHoldsTicksAndInputUntilTheHandlerReturns) {
+  main->control<PushButton>("Go").installHandler("Action", [this] {
+    note("go");
+    playAndWait([this] { return sound; });
+    note("go-end");
+  });
+  services.loop.callAt(headless::HeadlessEventLoop::start() + 1500ms, [this] {
+    EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Held);
+  });
+  main->control<Timer>("Ticker").setMode(2);
+  services.loop.advanceBy(500ms);
+  EXPECT_EQ(pressControl(app, "Main", "Go"), Dispatcher::Delivery::Delivered);
+  EXPECT_TRUE(app.dispatcher().idle());
+  services.loop.advanceTo(headless::HeadlessEventLoop::start() + 3000ms);
+  EXPECT_EQ(log, (std::vector<std::string>{"go@500", "go-end@2800", "tick@2800", "ok@2800",
+                                           "tick@2800", "tick@3000"}));
+  ASSERT_EQ(services.sounds.played().size(), 1u);
+  EXPECT_EQ(services.sounds.played()[0].end, 2800ms);
+}
+
+// A tick held back for a timer that was turned off meanwhile is dropped, and so is one for
+// a timer that was turned off and on again: a new run starts its own grid.
+TEST_F(EventPolicyTest, StaleTicksAreDropped) {
+  auto& ticker = main->control<Timer>("Ticker");
+  main->control<PushButton>("Go").installHandler("Action", [&] {
+    playAndWait([this] { return sound; });
+    ticker.setMode(0);
+    ticker.setMode(2);
+    note("restarted");
+  });
+  ticker.setMode(2);
+  services.loop.advanceBy(500ms);
+  pressControl(app, "Main", "Go");
+  services.loop.advanceTo(headless::HeadlessEventLoop::start() + 4000ms);
+  EXPECT_EQ(log, (std::vector<std::string>{"restarted@2800", "tick@3800"}));
+}
+
+// A modal window takes the input meant for it, refuses input for other windows and lets
+// ticks through; ShowModal returns when the window is hidden.
+TEST_F(EventPolicyTest, ModalWindowGetsInputAndTicksNest) {
+  std::deque<std::function<void()>> user = {
+      [&] { services.loop.advanceBy(1000ms); },
+      [&] { EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Refused); },
+      [&] { EXPECT_EQ(typeText(app, "Dialog", "NameField", "Bo"), Dispatcher::Delivery::Delivered); },
+      [&] { EXPECT_EQ(pressControl(app, "Dialog", "Done"), Dispatcher::Delivery::Delivered); },
+  };
+  services.loop.setInputSource([&] {
+    if (user.empty()) return false;
+    auto next = std::move(user.front());
+    user.pop_front();
+    next();
+    return true;
+  });
+  main->control<PushButton>("Go").installHandler("Action", [this] {
+    note("go");
+    Window& dialog = app.implicitInstance("Dialog");
+    dialog.control<PushButton>("Done").installHandler("Action", [this, &dialog] {
+      note("done:" + dialog.control<EditField>("NameField").Text());
+      dialog.Hide();
+    });
+    dialog.ShowModal();
+    note("modal-returned");
+  });
+  main->control<Timer>("Ticker").setMode(2);
+  pressControl(app, "Main", "Go");
+  EXPECT_EQ(log, (std::vector<std::string>{"go@0", "tick@1000", "done:Bo@1000", "modal-returned@1000"}));
+  EXPECT_TRUE(user.empty());
+  ASSERT_NE(app.liveWindow("Dialog"), nullptr);
+  EXPECT_FALSE(app.liveWindow("Dialog")->Visible());
+}
+
+// A modal wait with no one left to answer gives up instead of hanging.
+TEST_F(EventPolicyTest, ModalWaitWithNothingLeftReturns) {
+  main->control<PushButton>("Go").installHandler("Action", [this] {
+    app.implicitInstance("Dialog").ShowModal();
+    note("gave-up");
+  });
+  pressControl(app, "Main", "Go");
+  EXPECT_EQ(log, (std::vector<std::string>{"gave-up@0"}));
+}
+
+// An exception that escapes a handler reaches the reporter and nothing else; the
+// dispatcher goes on delivering.
+TEST_F(EventPolicyTest, EscapingExceptionsGoToTheReporter) {
+  std::vector<std::string> reports;
+  app.dispatcher().setReporter([&](std::exception_ptr error) {
+    try {
+      std::rethrow_exception(error);
+    } catch (const std::exception& e) {
+      reports.emplace_back(e.what());
+    }
+  });
+  main->control<PushButton>("Go").installHandler("Action", [this] {
+    (void)main->control<EditField>("Nowhere");
+  });
+  EXPECT_NO_THROW(pressControl(app, "Main", "Go"));
+  pressControl(app, "Main", "Ok");
+  EXPECT_EQ(reports, (std::vector<std::string>{"Main has no control Nowhere"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"ok@0"}));
+  EXPECT_TRUE(app.dispatcher().idle());
+}
+
+// Message boxes answer with the scripted button, or the default one; the code's buttons and
+// default are decoded as the framework numbers them.
+TEST_F(EventPolicyTest, MessageBoxesAnswerFromTheScript) {
+  services.dialogs.queueAnswer("OK");
+  EXPECT_EQ(MsgBox("Sure?", 305, ""), kMsgBoxOK);
+  EXPECT_EQ(MsgBox("Sure?", 305, ""), kMsgBoxCancel);  // nothing queued: Cancel is default
+  services.dialogs.queueAnswer("No");
+  EXPECT_EQ(MsgBox("Go on?", 4, "Question"), kMsgBoxNo);
+  services.dialogs.queueAnswer("Retry");  // not a button of this box
+  EXPECT_EQ(MsgBox("Done."), kMsgBoxOK);
+  MessageDialog dialog;
+  dialog.CancelButton.Visible = true;
+  dialog.AlternateActionButton.Caption = "Go to Website";
+  dialog.AlternateActionButton.Visible = true;
+  services.dialogs.queueAnswer("Go to Website");
+  EXPECT_EQ(dialog.ShowModal(), &dialog.AlternateActionButton);
+  EXPECT_EQ(dialog.ShowModal(), &dialog.ActionButton);
+  ASSERT_EQ(services.dialogs.shown().size(), 6u);
+  EXPECT_EQ(services.dialogs.shown()[1].answer, "Cancel");
+  const auto style = decodeMsgBoxButtons(305);
+  EXPECT_EQ(style.buttons, (std::vector<MsgBoxResult>{kMsgBoxOK, kMsgBoxCancel}));
+  EXPECT_EQ(style.icon, MsgBoxIcon::Caution);
+  EXPECT_EQ(style.defaultButton, 1u);
+}
+
+}  // namespace
+}  // namespace corvalta::platform

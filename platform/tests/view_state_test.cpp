@@ -1,0 +1,159 @@
+#include <corvalta/platform/application.h>
+#include <corvalta/platform/controls.h>
+#include <corvalta/platform/headless/headless_services.h>
+#include <corvalta/platform/timer.h>
+#include <corvalta/platform/user_input.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace corvalta::platform {
+namespace {
+
+using headless::HeadlessServices;
+
+// A window whose every handler logs "<control>_<event>" and which can act on the log.
+class LogWindow : public Window {
+ public:
+  LogWindow(const WindowPlan& plan, std::vector<std::string>& log) : Window(plan.className), log_(log) {
+    build(plan);
+  }
+
+ protected:
+  Handler handlerFor(std::string_view control, std::string_view event) override {
+    const std::string entry = std::string(control) + "_" + std::string(event);
+    return [this, entry](const EventArgs& args) {
+      std::string line = entry;
+      for (const auto& arg : args) line += " " + std::to_string(std::get<std::int32_t>(arg));
+      log_.push_back(line);
+    };
+  }
+  void Event_Open() override { log_.push_back(className() + "_Open"); }
+  void Event_Close() override { log_.push_back(className() + "_Close"); }
+
+ private:
+  std::vector<std::string>& log_;
+};
+
+WindowPlan levelWindowPlan() {
+  return {"Levels",
+          {{"Title", std::string("Levels")}, {"Visible", true}},
+          {{"Group", "GroupBox", {{"Name", std::string("Group")}}, {}},
+           {"Easy", "RadioButton", {{"Name", std::string("Easy")}, {"InitialParent", std::string("Group")}}, {"Action"}},
+           {"Hard", "RadioButton", {{"Name", std::string("Hard")}, {"InitialParent", std::string("Group")}}, {"Action"}},
+           {"Loose", "RadioButton", {{"Name", std::string("Loose")}, {"Value", true}}, {"Action"}},
+           {"Field", "EditField", {{"Name", std::string("Field")}, {"Enabled", true}}, {"TextChange"}},
+           {"NameField", "EditField", {{"Name", std::string("NameField")}, {"Mask", std::string("AAAA")}}, {"TextChange"}},
+           {"Go", "PushButton", {{"Name", std::string("Go")}, {"Default", false}}, {"Action"}},
+           {"Ok", "PushButton", {{"Name", std::string("Ok")}, {"Default", true}}, {"Action"}},
+           {"Table", "Listbox", {{"Name", std::string("Table")}, {"ColumnCount", 3}}, {"CellTextChange", "Open"}},
+           {"Ticker", "Timer", {{"Mode", 0}, {"Period", 1000}}, {"Action"}}}};
+}
+
+class ViewStateTest : public ::testing::Test {
+ protected:
+  ViewStateTest() {
+    app.registerWindowClass("Levels", [this] { return std::make_unique<LogWindow>(levelWindowPlan(), log); });
+  }
+  Window& window() { return app.implicitInstance("Levels"); }
+
+  HeadlessServices services{1};
+  Application app{services.services()};
+  std::vector<std::string> log;
+};
+
+// A new window raises its controls' Open events, then its own; records raise nothing else.
+TEST_F(ViewStateTest, CreationRaisesOpenEventsOnly) {
+  Window& w = window();
+  EXPECT_EQ(log, (std::vector<std::string>{"Table_Open", "Levels_Open"}));
+  EXPECT_EQ(&w, &app.implicitInstance("Levels"));
+  EXPECT_TRUE(w.control<RadioButton>("Loose").Value());
+  EXPECT_EQ(w.control<EditField>("Field").Text(), "");
+  EXPECT_THROW((void)w.control<PushButton>("Missing"), NilObjectException);
+  EXPECT_THROW((void)w.control<PushButton>("Field"), NilObjectException);
+  EXPECT_THROW(app.implicitInstance("Nobody"), NilObjectException);
+}
+
+// A radio button turned on clears its group's siblings and raises Action, whoever turns it
+// on; turning it off or on again raises nothing; a disabled group makes its buttons deaf.
+TEST_F(ViewStateTest, RadioButtonsFollowTheirGroup) {
+  Window& w = window();
+  log.clear();
+  auto& easy = w.control<RadioButton>("Easy");
+  auto& hard = w.control<RadioButton>("Hard");
+  auto& loose = w.control<RadioButton>("Loose");
+  struct Step {
+    std::function<void()> act;
+    bool easy, hard;
+    std::vector<std::string> log;
+  };
+  const std::vector<Step> steps = {
+      {[&] { easy.setValue(true); }, true, false, {"Easy_Action"}},
+      {[&] { easy.setValue(true); }, true, false, {}},
+      {[&] { pressControl(app, "Levels", "Hard"); }, false, true, {"Hard_Action"}},
+      {[&] { hard.setValue(false); }, false, false, {}},
+      {[&] { w.control<GroupBox>("Group").setEnabled(false); pressControl(app, "Levels", "Easy"); }, false, false, {}},
+      {[&] { w.control<GroupBox>("Group").setEnabled(true); pressControl(app, "Levels", "Easy"); }, true, false, {"Easy_Action"}},
+  };
+  for (std::size_t i = 0; i < steps.size(); ++i) {
+    SCOPED_TRACE(i);
+    log.clear();
+    steps[i].act();
+    EXPECT_EQ(easy.Value(), steps[i].easy);
+    EXPECT_EQ(hard.Value(), steps[i].hard);
+    EXPECT_TRUE(loose.Value());  // another group
+    EXPECT_EQ(log, steps[i].log);
+  }
+}
+
+// Return presses the enabled default button, or nothing; typing raises TextChange per
+// character that the mask lets in; cells set by code raise nothing, edited cells do.
+TEST_F(ViewStateTest, KeyboardAndCells) {
+  Window& w = window();
+  log.clear();
+  pressReturn(app, "Levels");
+  w.control<PushButton>("Ok").setEnabled(false);
+  pressReturn(app, "Levels");
+  w.control<PushButton>("Go").setDefault(true);
+  pressReturn(app, "Levels");
+  EXPECT_EQ(log, (std::vector<std::string>{"Ok_Action", "Go_Action"}));
+
+  log.clear();
+  w.control<EditField>("Field").setText("x");
+  typeText(app, "Levels", "Field", "12");
+  typeText(app, "Levels", "NameField", "Ab 1-cdef");
+  EXPECT_EQ(w.control<EditField>("Field").Text(), "12");
+  EXPECT_EQ(w.control<EditField>("NameField").Text(), "Ab1c");
+  EXPECT_EQ(log, (std::vector<std::string>{"Field_TextChange", "Field_TextChange", "Field_TextChange",
+                                           "Field_TextChange", "NameField_TextChange", "NameField_TextChange",
+                                           "NameField_TextChange", "NameField_TextChange"}));
+  EXPECT_EQ(w.focus(), &w.control<EditField>("NameField"));
+
+  log.clear();
+  auto& table = w.control<Listbox>("Table");
+  table.AddRow("Ann");
+  table.setCell(0, 2, "30");
+  EXPECT_EQ(table.LastIndex(), 0);
+  EXPECT_THROW((void)table.Cell(1, 0), OutOfBoundsException);
+  EXPECT_THROW(table.setCell(0, 3, ""), OutOfBoundsException);
+  editCell(app, "Levels", "Table", 0, 1, "Easy");
+  EXPECT_EQ(table.rows(), (std::vector<std::vector<std::string>>{{"Ann", "Easy", "30"}}));
+  EXPECT_EQ(log, (std::vector<std::string>{"Table_CellTextChange 0 1"}));
+}
+
+// Close raises Close, ends the instance and its controls; the accessor makes a fresh one.
+TEST_F(ViewStateTest, CloseEndsTheInstance) {
+  Window* first = &window();
+  first->control<EditField>("Field").setText("kept?");
+  log.clear();
+  closeWindow(app, "Levels");
+  EXPECT_EQ(log, (std::vector<std::string>{"Levels_Close"}));
+  EXPECT_EQ(app.liveWindow("Levels"), nullptr);
+  Window& second = window();
+  EXPECT_EQ(second.control<EditField>("Field").Text(), "");
+}
+
+}  // namespace
+}  // namespace corvalta::platform
