@@ -38,6 +38,7 @@ class Window {
   // Applies the window's properties, then makes each control in turn (makeChild), adds it,
   // applies its properties and installs a handler for each of its events (handlerFor).
   void build(const WindowPlan& plan);
+  void build(const WindowDescription& description) { build(planOf(description)); }
 
   PaneChild& addControl(std::string name, std::unique_ptr<PaneChild> child);
   // The control of that name, or nullptr: how code reaches a control, each time anew.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <corvalta/platform/property.h>
+#include <corvalta/platform/window_description.h>
 
 #include <string>
 #include <vector>
@@ -21,5 +22,9 @@ struct WindowPlan {
   PropertyList properties;
   std::vector<ControlPlan> controls;  // in order of creation
 };
+
+// Decodes every record of a description. Records are the program's own data, so a record that
+// does not decode is a fault to stop at: std::invalid_argument names the window and control.
+[[nodiscard]] WindowPlan planOf(const WindowDescription& description);
 
 }  // namespace corvalta::platform
