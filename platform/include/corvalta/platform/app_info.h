@@ -17,7 +17,12 @@ inline constexpr std::string_view supportPageAddress =
     "https://order.dunmere.example/store/CRVLT21?lang=en";
 // The author, behind "Email Author".
 inline constexpr std::string_view authorMailAddress = "mailto:nemkard@dunmere.example";
-// The maker's web site, behind "Visit Web Site".
-inline constexpr std::string_view makerWebSite = "https://www.dunmere.example/";
+// The maker's web site, behind "Visit Web Site" and "Go to Website": the home page of the
+// server that publishes the update manifest, "http://www.dunmere.example/" unless the build
+// names another server (CORVALTA_UPDATE_HOST, CORVALTA_UPDATE_PORT).
+[[nodiscard]] std::string_view makerWebSite();
+// Where the update check fetches the manifest, on that same server:
+// "http://www.dunmere.example/Updates/corvalta.xml" by default.
+[[nodiscard]] std::string_view updateManifestURL();
 
 }  // namespace corvalta::platform::app_info
