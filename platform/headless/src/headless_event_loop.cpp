@@ -79,9 +79,12 @@ std::optional<ClockService::TimePoint> HeadlessEventLoop::nextDue() const {
 
 bool HeadlessEventLoop::runNextDueUpTo(TimePoint limit) {
   if (calls_.empty() || calls_.begin()->first.first > limit) return false;
-  auto call = calls_.extract(calls_.begin());
-  now_ = std::max(now_, call.key().first);
-  call.mapped()();
+  const auto first = calls_.begin();
+  const TimePoint at = first->first.first;
+  const std::function<void()> callback = std::move(first->second);
+  calls_.erase(first);
+  if (at > now_) now_ = at;
+  callback();
   return true;
 }
 
