@@ -1,5 +1,6 @@
 #include "http_client_harness.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace corvalta::net {
@@ -28,34 +29,48 @@ std::string describe(const HTTPSocket::Headers& headers) {
 }
 }  // namespace
 
+void EventLog::add(std::string line) {
+  lines.push_back(std::move(line));
+  if (onEvent) {
+    onEvent();
+  }
+}
+
+bool EventLog::ended() const {
+  return std::any_of(lines.begin(), lines.end(), [](const std::string& line) {
+    return line.starts_with("PageReceived") || line.starts_with("DownloadComplete") ||
+           line.starts_with("Error");
+  });
+}
+
 void EventLog::attach(HTTPSocket& http) {
-  http.events.Connected = [this] { lines.push_back("Connected"); };
+  http.events.Connected = [this] { add("Connected"); };
   http.events.HeadersReceived = [this](const HTTPSocket::Headers& headers, std::int32_t status) {
-    lines.push_back("HeadersReceived " + std::to_string(status) + " " + describe(headers));
+    add("HeadersReceived " + std::to_string(status) + " " + describe(headers));
   };
   http.events.ReceiveProgress = [this](std::int64_t soFar, std::int64_t expected,
                                        const std::string& data) {
-    lines.push_back("ReceiveProgress " + std::to_string(soFar) + "/" + std::to_string(expected) +
+    add("ReceiveProgress " + std::to_string(soFar) + "/" + std::to_string(expected) +
                     " '" + visible(data) + "'");
   };
   http.events.PageReceived = [this](const std::string& url, std::int32_t status,
                                     const HTTPSocket::Headers& headers,
                                     const std::string& content) {
-    lines.push_back("PageReceived " + url + " " + std::to_string(status) + " " +
+    add("PageReceived " + url + " " + std::to_string(status) + " " +
                     describe(headers) + " '" + visible(content) + "'");
   };
   http.events.DownloadComplete = [this](const std::string& url, std::int32_t status,
                                         const HTTPSocket::Headers& headers,
                                         const std::filesystem::path& file) {
-    lines.push_back("DownloadComplete " + url + " " + std::to_string(status) + " " +
+    add("DownloadComplete " + url + " " + std::to_string(status) + " " +
                     describe(headers) + " " + file.filename().string());
   };
   http.events.Error = [this](std::int32_t code) {
-    lines.push_back("Error " + std::to_string(code));
+    add("Error " + std::to_string(code));
   };
   http.events.AuthenticationRequired = [this](const HTTPSocket::Headers& headers,
                                               std::string& name, std::string& password) {
-    lines.push_back("AuthenticationRequired " + describe(headers));
+    add("AuthenticationRequired " + describe(headers));
     if (answers.empty()) {
       return false;
     }

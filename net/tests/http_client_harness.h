@@ -21,6 +21,13 @@ class EventLog {
     std::string password;
   };
   std::vector<Credentials> answers;
+  // Called after each event's line is written.
+  std::function<void()> onEvent;
+  // A page, a download or an error has been logged.
+  [[nodiscard]] bool ended() const;
+
+ private:
+  void add(std::string line);
 };
 
 // Text for a byte string with control characters spelled out, so logs stay readable.
