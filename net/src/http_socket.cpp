@@ -130,7 +130,7 @@ void HTTPSocket::ParseURL(const std::string& url) {
   server_ = rest.substr(0, rest.find('/'));
   path_ = rest.substr(server_.size());
   if (path_.empty()) {
-    path_ = "/";
+    path_.push_back('/');
   }
   const std::size_t colon = server_.find(':');
   std::int32_t port = 0;

@@ -111,7 +111,10 @@ std::string InternetHeaders::FormatEmailHeaders() const {
   compact();
   for (const Entry& entry : entries_) {
     const std::string_view name = baseName(entry.key);
-    if (kWellKnown.find(":" + foldCase(name) + ":") == std::string_view::npos) {
+    std::string word = foldCase(name);
+    word.insert(word.begin(), ':');
+    word.push_back(':');
+    if (kWellKnown.find(word) == std::string_view::npos) {
       appendLine(block, name, entry.value);
     }
   }

@@ -9,6 +9,8 @@
 namespace corvalta::platform::qt {
 namespace {
 
+constexpr qint64 kReadBufferBytes = 256 * 1024;
+
 std::int32_t errorCodeOf(QAbstractSocket::SocketError error) {
   switch (error) {
     case QAbstractSocket::ConnectionRefusedError: return code(NetworkError::ConnectionRefused);
@@ -56,6 +58,9 @@ void QtTcpSocket::Connect() {
     return;
   }
   socket_ = new QTcpSocket;
+  // Qt would otherwise pull all the kernel holds into one growing buffer: a fast sender then
+  // makes pieces of megabytes, which cost memory and fall out of the cache on every copy.
+  socket_->setReadBufferSize(kReadBufferBytes);
   wire(*socket_);
   socket_->connectToHost(QString::fromStdString(address_), static_cast<quint16>(port_));
 }
