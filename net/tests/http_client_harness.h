@@ -4,6 +4,7 @@
 #include <corvalta/testing/fake_tcp_socket.h>
 #include <corvalta/testing/virtual_time_loop.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -46,5 +47,20 @@ struct FakeClient {
   // server closes.
   void answer(const std::vector<std::string>& pieces, bool close = true);
 };
+
+// A folder of its own under the temporary folder, removed with everything in it.
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+std::string contents(const std::filesystem::path& file);
 
 }  // namespace corvalta::net

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 
 namespace corvalta::net {
 namespace {
@@ -184,28 +183,6 @@ TEST(HTTPSocketEventsTest, AuthenticationChallenges) {
   unanswered.http->Get("http://h/s");
   unanswered.answer({challenge});
   EXPECT_EQ(unanswered.log.lines.back(), "PageReceived http://h/s 401 " + challengeHeaders + " 'denied'");
-}
-
-class TempDir {
- public:
-  TempDir() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-net-XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
-  }
-  ~TempDir() { std::filesystem::remove_all(path_); }
-  TempDir(const TempDir&) = delete;
-  TempDir& operator=(const TempDir&) = delete;
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-std::string contents(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
 }
 
 // A download empties the file it is given and fills it; a file that can't be used fails before

@@ -8,7 +8,6 @@
 
 #include <fstream>
 #include <random>
-#include <sstream>
 
 namespace corvalta::net {
 namespace {
@@ -17,28 +16,6 @@ using testing::NginxServer;
 using testing::ScriptedServer;
 using Lines = std::vector<std::string>;
 using std::chrono::milliseconds;
-
-class Folder {
- public:
-  Folder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-net-XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
-  }
-  ~Folder() { std::filesystem::remove_all(path_); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-std::string contents(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
 
 // The kind of each logged event, without its arguments.
 Lines kinds(const Lines& lines) {
@@ -65,7 +42,7 @@ class NginxTest : public ::testing::Test {
     nginx_ = std::make_unique<NginxServer>(root_.path(), "location = /old { return 301 /small.txt; }");
   }
 
-  Folder root_;
+  TempDir root_;
   std::string large_;
   std::unique_ptr<NginxServer> nginx_;
 };
@@ -120,7 +97,7 @@ TEST_F(NginxTest, Pages) {
 // A large file goes to disk byte for byte, its progress counting up to the announced length,
 // by events and by the waiting call.
 TEST_F(NginxTest, LargeDownload) {
-  const Folder out;
+  const TempDir out;
   QtClient client;
   std::int64_t lastCount = 0;
   bool expectedAlways = true;
