@@ -30,6 +30,9 @@ HTTPSocket::~HTTPSocket() {
   socket_->setEvents({});
   socket_->Close();
   KillDownloadStream();
+  // A waiting call of ours may be asleep in the loop, under the handler that destroys us: it
+  // must look again, find us gone and return.
+  loop_.wake();
 }
 
 void HTTPSocket::Get(const std::string& url) { startAsync(url, kGet, std::nullopt); }
