@@ -6,15 +6,17 @@
 #include <charconv>
 #include <cstring>
 #include <iostream>
+#include <optional>
 #include <random>
 #include <string>
 
 namespace {
 
 const char* const kUsage =
-    "usage: corvalta-driver [--seed N] < script\n"
+    "usage: corvalta-driver [--seed N] [--config FOLDER] < script\n"
     "       corvalta-driver [--seed N] --csv LEVEL COUNT\n"
-    "LEVEL is Easy, Medium, Hard or VeryHard.\n";
+    "LEVEL is Easy, Medium, Hard or VeryHard. With --config the game reads and writes its\n"
+    "settings and high scores in FOLDER, as it does in the configuration folder.\n";
 
 bool parse(const char* text, std::uint64_t& value) {
   const auto* end = text + std::strlen(text);
@@ -29,10 +31,13 @@ int main(int argc, char** argv) {
   std::string level;
   std::uint64_t count = 0;
   bool csv = false;
+  std::optional<std::string> configurationFolder;
   for (int i = 1; i < argc; ++i) {
     const std::string arg = argv[i];
     if (arg == "--seed" && i + 1 < argc && parse(argv[i + 1], seed)) {
       ++i;
+    } else if (arg == "--config" && i + 1 < argc) {
+      configurationFolder = argv[++i];
     } else if (arg == "--csv" && i + 2 < argc && parse(argv[i + 2], count)) {
       csv = true;
       level = argv[i + 1];
@@ -43,7 +48,7 @@ int main(int argc, char** argv) {
     }
   }
   std::ios::sync_with_stdio(false);
-  corvalta::tools::Session session(seed, std::cout, std::cerr);
+  corvalta::tools::Session session(seed, std::cout, std::cerr, configurationFolder);
   if (!csv) return session.run(std::cin) == 0 ? 0 : 1;
   try {
     corvalta::tools::ProblemDrawer drawer(session, level);

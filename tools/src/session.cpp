@@ -38,9 +38,19 @@ bool setSound(platform::Application& app, bool on) {
 
 }  // namespace
 
-Session::Session(std::uint64_t seed, std::ostream& out, std::ostream& err)
+Session::Session(std::uint64_t seed, std::ostream& out, std::ostream& err,
+                 std::optional<std::string> configurationFolder)
     : services_(seed, soundLengths()), app_(services_.services()), out_(out), err_(err) {
   core::Module1 = {};
+  app_.addMenuHandler("SoundSoundOn", [this] { return setSound(app_, true); });
+  app_.addMenuHandler("SoundSoundOff", [this] { return setSound(app_, false); });
+  services_.loop.setInputSource([this] { return runNextLine(); });
+  if (configurationFolder) {
+    program_.emplace(app_, store::posixSystemCalls(), std::move(*configurationFolder),
+                     [this](const std::string& report) { fail(report); });
+    program_->start();
+    return;
+  }
   app_.dispatcher().setReporter([this](std::exception_ptr error) {
     try {
       std::rethrow_exception(error);
@@ -54,9 +64,6 @@ Session::Session(std::uint64_t seed, std::ostream& out, std::ostream& err)
   app_.registerWindowClass("Congratulations", [] {
     return std::make_unique<core::CongratulationsStandIn>(description("Congratulations"));
   });
-  app_.addMenuHandler("SoundSoundOn", [this] { return setSound(app_, true); });
-  app_.addMenuHandler("SoundSoundOff", [this] { return setSound(app_, false); });
-  services_.loop.setInputSource([this] { return runNextLine(); });
   app_.dispatcher().call([this] {
     core::Module1.R = app_.newRandom();
     core::Window1::instance();
@@ -64,7 +71,11 @@ Session::Session(std::uint64_t seed, std::ostream& out, std::ostream& err)
 }
 
 Session::~Session() {
-  core::releaseSounds();
+  if (program_) {
+    static_cast<void>(program_->finish());
+  } else {
+    core::releaseSounds();
+  }
   core::Module1 = {};
 }
 

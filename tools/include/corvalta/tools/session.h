@@ -3,8 +3,11 @@
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/headless/headless_services.h>
 
+#include <corvalta/store/program.h>
+
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 
 namespace corvalta::tools {
@@ -12,9 +15,15 @@ namespace corvalta::tools {
 // The game on the headless view: the services with a virtual clock, the application, the
 // window classes, and the main window opened as at start-up. A script runs line by line; a
 // modal window that is up reads its input from the lines that follow.
+//
+// Given a configuration folder, the session runs the whole program on it (store::Program):
+// the settings and high-score files are read at start and written as the game writes them,
+// and an exception that escapes a handler is reported as a failure and ends the run. Without
+// one, no file is touched: the main window starts with sound on, Easy and a default table.
 class Session {
  public:
-  Session(std::uint64_t seed, std::ostream& out, std::ostream& err);
+  Session(std::uint64_t seed, std::ostream& out, std::ostream& err,
+          std::optional<std::string> configurationFolder = std::nullopt);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -38,6 +47,7 @@ class Session {
 
   platform::headless::HeadlessServices services_;
   platform::Application app_;
+  std::optional<store::Program> program_;
   std::ostream& out_;
   std::ostream& err_;
   std::istream* script_ = nullptr;
