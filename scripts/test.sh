@@ -12,11 +12,11 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 export LSAN_OPTIONS="suppressions=$PWD/scripts/lsan.supp:print_suppressions=0"
 export QT_QPA_PLATFORM=offscreen
 
-cmake -S . -B build/test -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCORVALTA_SANITIZE=ON
+cmake -S . -B build/test -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCORVALTA_SANITIZE=ON -DCORVALTA_WERROR=ON
 cmake --build build/test -j "$jobs"
 ctest --test-dir build/test --output-on-failure -j "$jobs" --timeout 600
 
 CXX=clang++ cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-  -DCORVALTA_FUZZ=ON -DCORVALTA_TESTS=OFF -DCORVALTA_BENCH=OFF
+  -DCORVALTA_FUZZ=ON -DCORVALTA_WERROR=ON -DCORVALTA_TESTS=OFF -DCORVALTA_BENCH=OFF
 cmake --build build/fuzz -j "$jobs" --target fuzzers
 ctest --test-dir build/fuzz --output-on-failure -j "$jobs"
