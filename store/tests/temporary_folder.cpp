@@ -1,6 +1,7 @@
 #include "temporary_folder.h"
 
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -35,6 +36,11 @@ std::string fileBytes(const std::string& path) {
 
 void writeBytes(const std::string& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
+}
+
+unsigned long inodeOf(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 ? static_cast<unsigned long>(status.st_ino) : 0;
 }
 
 std::vector<std::string> folderEntries(const std::string& path) {

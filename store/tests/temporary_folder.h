@@ -23,6 +23,8 @@ class TemporaryFolder {
 // The file's bytes; "<missing>" when there is no file.
 std::string fileBytes(const std::string& path);
 void writeBytes(const std::string& path, const std::string& bytes);
+// The file's inode number: a replaced file has a new one. 0 when there is no file.
+unsigned long inodeOf(const std::string& path);
 // The names in the folder, sorted.
 std::vector<std::string> folderEntries(const std::string& path);
 

@@ -1,0 +1,107 @@
+#include <corvalta/platform/errors.h>
+#include <corvalta/platform/headless/headless_services.h>
+#include <corvalta/platform/menu_item.h>
+
+#include <memory>
+#include <stdexcept>
+
+#include "corvalta/store/program.h"
+#include "store_game.h"
+#include "temporary_folder.h"
+
+namespace corvalta::store::testing {
+namespace {
+
+using core::Module1;
+
+// Start-up makes R and the main window, whose Open reads both files and leaves no field with
+// the focus. The quit command during a game saves the settings and the table as they are,
+// without the game's points, quits with 0 and ends the run.
+TEST(Program, StartsAndQuitsInOrder) {
+  TemporaryFolder folder;
+  StoreGame game(folder.path());
+  EXPECT_NE(Module1.R, nullptr);
+  EXPECT_EQ(game.window().focus(), nullptr);
+  EXPECT_EQ(fileBytes(folder / "corvalta.plist"), "True\nEasy\n");
+  EXPECT_EQ(folderEntries(folder.path()),
+            (std::vector<std::string>{"corvalta-highscores.plist", "corvalta.plist"}));
+
+  game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + "quit\npress Stop\npress Hard\n");
+  EXPECT_EQ(Module1.Points, 1);
+  EXPECT_TRUE(game.session.app().quitRequested());
+  EXPECT_EQ(game.session.app().exitCode(), 0);
+  EXPECT_TRUE(game.selected("Easy")) << "nothing runs after the quit";
+  EXPECT_EQ(fileBytes(folder / "corvalta.plist"), "False\nEasy\n");
+  EXPECT_EQ(fileBytes(folder / "corvalta-highscores.plist"), tableText(defaultRows()));
+}
+
+// The main window's close box is the same road out as the quit command.
+TEST(Program, CloseBoxOfTheMainWindowSavesAndQuits) {
+  TemporaryFolder folder;
+  StoreGame game(folder.path());
+  game.run("press Hard\nclose Window1\n");
+  EXPECT_TRUE(game.session.app().quitRequested());
+  EXPECT_EQ(game.session.app().exitCode(), 0);
+  EXPECT_EQ(fileBytes(folder / "corvalta.plist"), "True\nHard\n");
+}
+
+// An exception that escapes a handler is reported with its class and message, and the program
+// quits with 1 and ends without saving: nothing after it runs.
+TEST(Program, UnhandledExceptionIsReportedAndEndsTheRun) {
+  TemporaryFolder folder;
+  StoreGame game(folder.path());
+  game.session.app().addMenuHandler("Broken", []() -> bool {
+    throw platform::NilObjectException("Window1 has no control Gone");
+  });
+  game.run("menu SoundSoundOff\n");
+  std::istringstream script("menu Broken\npress Hard\n");
+  EXPECT_EQ(game.session.run(script), 1);
+  EXPECT_NE(game.err.str().find("An exception of class NilObjectException was not handled: Window1 has no "
+                                "control Gone. The application must shut down."),
+            std::string::npos)
+      << game.err.str();
+  EXPECT_EQ(game.session.app().exitCode(), 1);
+  EXPECT_FALSE(game.selected("Hard"));
+  EXPECT_EQ(fileBytes(folder / "corvalta.plist"), "True\nEasy\n");
+}
+
+// The report names the exception's class without its namespaces, with its message if it has one.
+TEST(Program, ReportNamesTheExceptionClass) {
+  struct Case {
+    std::exception_ptr error;
+    const char* report;
+  };
+  const Case cases[] = {
+      {std::make_exception_ptr(platform::OutOfBoundsException("row 12")),
+       "An exception of class OutOfBoundsException was not handled: row 12. The application must shut down."},
+      {std::make_exception_ptr(std::runtime_error("disk")),
+       "An exception of class runtime_error was not handled: disk. The application must shut down."},
+      {std::make_exception_ptr(42), "An exception of class int was not handled. The application must shut down."},
+  };
+  for (const Case& c : cases) EXPECT_EQ(unhandledExceptionReport(c.error), c.report);
+}
+
+// After the loop, finish lets go of the menu bar, Difficulty, R and Name and gives the exit
+// status the program quit with.
+TEST(Program, FinishLetsGoOfWhatTheRunHeld) {
+  TemporaryFolder folder;
+  platform::headless::HeadlessServices services(3);
+  platform::Application app(services.services());
+  app.setMenuBar(std::make_shared<platform::MenuItem>("MenuBar1"));
+  std::vector<std::string> reports;
+  Program program(app, posixSystemCalls(), folder.path(), [&](const std::string& text) { reports.push_back(text); });
+  program.start();
+  Module1.Name = "Ann";
+  EXPECT_EQ(Module1.Difficulty, "Easy");
+  app.dispatcher().call([] { throw std::logic_error("late"); });
+  EXPECT_EQ(program.finish(), 1);
+  EXPECT_EQ(reports.size(), 1u);
+  EXPECT_EQ(app.MenuBar(), nullptr);
+  EXPECT_EQ(Module1.Difficulty, "");
+  EXPECT_EQ(Module1.R, nullptr);
+  EXPECT_EQ(Module1.Name, "");
+  Module1 = {};
+}
+
+}  // namespace
+}  // namespace corvalta::store::testing

@@ -1,0 +1,42 @@
+#include "store_game.h"
+#include "temporary_folder.h"
+
+namespace corvalta::store::testing {
+namespace {
+
+using core::Module1;
+
+// A whole life on the driver: the first start makes the folder and both files with their
+// defaults; Very Hard, sound off and a top-ten game are on disk after the quit, and the next
+// start comes up with them, the level cell with its leading blank.
+TEST(WholeLife, SettingsAndScoreSurviveARestart) {
+  TemporaryFolder home;
+  const std::string folder = home / "config";
+  Rows table = defaultRows();
+  table.insert(table.begin(), {"Ann", " Very Hard", "10"});
+  table.pop_back();
+  {
+    StoreGame first(folder);
+    EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "True\nEasy\n");
+    EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(defaultRows()));
+    first.run(std::string("press VeryHard\nmenu SoundSoundOff\n") + kRightAnswerAtVeryHard +
+              "advance 90000\ntype NameField Ann\npress Enter\n");
+    EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(table)) << "on disk at once";
+    EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "True\nEasy\n") << "settings wait for the quit";
+    first.run("quit\n");
+  }
+  EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "False\nVery Hard\n");
+  EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(table));
+  EXPECT_EQ(folderEntries(folder), (std::vector<std::string>{"corvalta-highscores.plist", "corvalta.plist"}));
+
+  StoreGame second(folder);
+  EXPECT_TRUE(second.selected("VeryHard"));
+  EXPECT_FALSE(Module1.SoundFlag);
+  EXPECT_EQ(Module1.Difficulty, " Very Hard");
+  EXPECT_EQ(Module1.High, 19);
+  EXPECT_EQ(second.text("Op3"), "/");
+  EXPECT_EQ(second.rows(), table);
+}
+
+}  // namespace
+}  // namespace corvalta::store::testing
