@@ -27,6 +27,9 @@ TemporaryFolder::~TemporaryFolder() {
 }
 
 std::string fileBytes(const std::string& path) {
+  if (std::filesystem::is_directory(path)) {
+    return "<folder>";
+  }
   std::ifstream in(path, std::ios::binary);
   if (!in) {
     return "<missing>";

@@ -20,7 +20,7 @@ class TemporaryFolder {
   std::string path_;
 };
 
-// The file's bytes; "<missing>" when there is no file.
+// The file's bytes; "<missing>" when there is no file, "<folder>" for a folder.
 std::string fileBytes(const std::string& path);
 void writeBytes(const std::string& path, const std::string& bytes);
 // The file's inode number: a replaced file has a new one. 0 when there is no file.
