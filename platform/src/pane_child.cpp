@@ -2,7 +2,6 @@
 #include <corvalta/platform/pane_child.h>
 #include <corvalta/platform/window.h>
 
-#include <algorithm>
 
 namespace corvalta::platform {
 
@@ -11,21 +10,11 @@ PaneChild::PaneChild(std::string className) : className_(std::move(className)) {
 PaneChild::~PaneChild() = default;
 
 const PropertyValue* PaneChild::property(std::string_view name) const {
-  const auto found = std::find_if(properties_.begin(), properties_.end(),
-                                  [&](const Property& p) { return p.name == name; });
-  return found == properties_.end() ? nullptr : &found->value;
+  return findProperty(properties_, name);
 }
 
 void PaneChild::setProperty(std::string_view name, PropertyValue value) {
-  auto found = std::find_if(properties_.begin(), properties_.end(),
-                            [&](const Property& p) { return p.name == name; });
-  if (found == properties_.end()) {
-    properties_.push_back({std::string(name), std::move(value)});
-  } else if (found->value == value) {
-    return;
-  } else {
-    found->value = std::move(value);
-  }
+  if (!assignProperty(properties_, name, std::move(value))) return;
   propertyChanged(name);
   if (window_ != nullptr) window_->application().observer().propertyChanged(*this, name);
 }

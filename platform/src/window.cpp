@@ -2,7 +2,6 @@
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/window.h>
 
-#include <algorithm>
 
 namespace corvalta::platform {
 
@@ -14,21 +13,11 @@ Window::~Window() {
 }
 
 const PropertyValue* Window::property(std::string_view name) const {
-  const auto found = std::find_if(properties_.begin(), properties_.end(),
-                                  [&](const Property& p) { return p.name == name; });
-  return found == properties_.end() ? nullptr : &found->value;
+  return findProperty(properties_, name);
 }
 
 void Window::setProperty(std::string_view name, PropertyValue value) {
-  auto found = std::find_if(properties_.begin(), properties_.end(),
-                            [&](const Property& p) { return p.name == name; });
-  if (found == properties_.end()) {
-    properties_.push_back({std::string(name), std::move(value)});
-  } else if (found->value == value) {
-    return;
-  } else {
-    found->value = std::move(value);
-  }
+  if (!assignProperty(properties_, name, std::move(value))) return;
   application_.observer().windowPropertyChanged(*this, name);
 }
 

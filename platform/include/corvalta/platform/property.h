@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -25,5 +26,12 @@ struct Property {
 
 // The properties of one object in the order in which they are applied.
 using PropertyList = std::vector<Property>;
+
+// The value of the named property, or nullptr when the list has none.
+[[nodiscard]] const PropertyValue* findProperty(const PropertyList& properties, std::string_view name);
+
+// Gives the named property this value, appending it when the list has none; false when it
+// held that value already, so that callers announce only real changes.
+bool assignProperty(PropertyList& properties, std::string_view name, PropertyValue value);
 
 }  // namespace corvalta::platform
