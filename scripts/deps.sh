@@ -3,18 +3,21 @@
 # Debian 12 machine needs nothing prepared by hand.
 #   scripts/deps.sh play   what building and running the game needs
 #   scripts/deps.sh test   what building and running every test needs
+#   scripts/deps.sh package   what building the Debian package needs
 set -euo pipefail
 
 build=(cmake ninja-build g++ pkg-config qt6-base-dev libsdl2-dev libgl-dev fonts-liberation
        librsvg2-bin)
 test_extra=(libgtest-dev libgmock-dev clang libclang-rt-14-dev nginx-light xvfb xauth
             pulseaudio pulseaudio-utils sox curl python3
-            desktop-file-utils appstream dpkg-dev file x11-apps netpbm)
+            desktop-file-utils appstream x11-apps x11-utils netpbm)
+package_extra=(dpkg-dev file)
 
 case "${1:-}" in
   play) wanted=("${build[@]}") ;;
-  test) wanted=("${build[@]}" "${test_extra[@]}") ;;
-  *) echo "usage: $0 play|test" >&2; exit 2 ;;
+  test) wanted=("${build[@]}" "${test_extra[@]}" "${package_extra[@]}") ;;
+  package) wanted=("${build[@]}" "${package_extra[@]}") ;;
+  *) echo "usage: $0 play|test|package" >&2; exit 2 ;;
 esac
 
 missing=()
