@@ -68,6 +68,26 @@ void EditField::userType(std::string_view text) {
   }
 }
 
+std::string EditField::admitted(std::string_view text) const {
+  const std::string mask = Mask();
+  const std::int32_t limit = LimitText();
+  std::string kept;
+  std::int32_t length = 0;
+  for (std::int32_t i = 1; i <= Len(text); ++i) {
+    if (limit > 0 && length >= limit) break;
+    const std::string character = Mid(text, i, 1);
+    if (!maskAdmits(mask, length, character)) continue;
+    kept += character;
+    ++length;
+  }
+  return kept;
+}
+
+void EditField::userEdit(std::string_view text) {
+  if (!acceptsInput() || ReadOnly()) return;
+  setText(admitted(text));
+}
+
 void PushButton::userPress() {
   if (acceptsInput()) raise("Action");
 }

@@ -58,7 +58,15 @@ class EditField : public Control {
   // Typing the empty text deletes what the field holds. Nothing happens unless the field
   // accepts input and is not read-only.
   void userType(std::string_view text);
+  // The user has edited the field to read `text` in one step (a key typed or deleted, a
+  // paste, a cut): the field keeps the characters that Mask and LimitText let in, in order,
+  // and raises TextChange once if its text changed. Nothing happens unless the field accepts
+  // input and is not read-only.
+  void userEdit(std::string_view text);
   void userPress() override { SetFocus(); }
+
+ private:
+  [[nodiscard]] std::string admitted(std::string_view text) const;
 };
 
 class PushButton : public Control {

@@ -1,0 +1,291 @@
+#include "control_widgets.h"
+
+#include "list_widget.h"
+
+#include <QApplication>
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace corvalta::platform::qt {
+namespace {
+
+QColor toQColor(const Color& color) { return {color.red, color.green, color.blue}; }
+
+// A caption shows "&" as itself: the records carry no access keys.
+QString caption(const std::string& text) { return toDisplayText(text).replace('&', "&&"); }
+
+// A StaticText's TextAlign: 0 left, 1 centred, 2 right.
+Qt::Alignment textAlignment(std::int32_t align) {
+  switch (align) {
+    case 1: return Qt::AlignHCenter;
+    case 2: return Qt::AlignRight;
+    default: return Qt::AlignLeft;
+  }
+}
+
+// An EditField's Alignment: 0 the default (left), 1 left, 2 centred, 3 right.
+Qt::Alignment fieldAlignment(std::int32_t align) {
+  switch (align) {
+    case 2: return Qt::AlignHCenter;
+    case 3: return Qt::AlignRight;
+    default: return Qt::AlignLeft;
+  }
+}
+
+void setPaletteColor(QWidget* widget, QPalette::ColorRole role, const Color& color) {
+  auto palette = widget->palette();
+  palette.setColor(role, toQColor(color));
+  widget->setPalette(palette);
+}
+
+// Font properties arrive one at a time; each changes only its own part of the font. "System"
+// and size 0 mean the platform's own font and size. Sizes are pixels: the windows are laid
+// out in pixels, and a point would grow with the screen's resolution.
+bool showFontProperty(QWidget* widget, std::string_view name, const PropertyValue& value) {
+  QFont font = widget->font();
+  if (name == "TextFont") {
+    const auto& family = std::get<std::string>(value);
+    font.setFamily(family == "System" ? QApplication::font().family() : QString::fromStdString(family));
+  } else if (name == "TextSize") {
+    const auto size = std::get<std::int32_t>(value);
+    if (size > 0) {
+      font.setPixelSize(size);
+    } else {
+      font.setPointSizeF(QApplication::font().pointSizeF());
+    }
+  } else if (name == "Bold") {
+    font.setBold(std::get<bool>(value));
+  } else if (name == "Italic") {
+    font.setItalic(std::get<bool>(value));
+  } else if (name == "Underline") {
+    font.setUnderline(std::get<bool>(value));
+  } else {
+    return false;
+  }
+  widget->setFont(font);
+  return true;
+}
+
+bool showPlaceProperty(QWidget* widget, std::string_view name, const PropertyValue& value) {
+  const auto* number = std::get_if<std::int32_t>(&value);
+  if (number == nullptr) {
+    return false;
+  }
+  if (name == "Left") {
+    widget->move(*number, widget->y());
+  } else if (name == "Top") {
+    widget->move(widget->x(), *number);
+  } else if (name == "Width") {
+    widget->resize(*number, widget->height());
+  } else if (name == "Height") {
+    widget->resize(widget->width(), *number);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void showStaticText(QLabel* label, std::string_view name, const PropertyValue& value) {
+  if (name == "Text") {
+    label->setText(toDisplayText(std::get<std::string>(value)));
+  } else if (name == "TextAlign") {
+    label->setAlignment(textAlignment(std::get<std::int32_t>(value)) | Qt::AlignTop);
+  } else if (name == "TextColor") {
+    setPaletteColor(label, QPalette::WindowText, std::get<Color>(value));
+  } else if (name == "MultiLine") {
+    label->setWordWrap(std::get<bool>(value));
+  }
+}
+
+void showLineEdit(QLineEdit* field, std::string_view name, const PropertyValue& value) {
+  if (name == "Text") {
+    const auto text = toDisplayText(std::get<std::string>(value));
+    if (field->text() != text) {
+      field->setText(text);
+    }
+  } else if (name == "Alignment") {
+    field->setAlignment(fieldAlignment(std::get<std::int32_t>(value)) | Qt::AlignVCenter);
+  } else if (name == "Border") {
+    field->setFrame(std::get<bool>(value));
+  } else if (name == "ReadOnly") {
+    field->setReadOnly(std::get<bool>(value));
+  } else if (name == "Password") {
+    field->setEchoMode(std::get<bool>(value) ? QLineEdit::Password : QLineEdit::Normal);
+  } else if (name == "LimitText") {
+    const auto limit = std::get<std::int32_t>(value);
+    field->setMaxLength(limit > 0 ? limit : 32767);
+  }
+}
+
+void showTextEdit(QPlainTextEdit* field, std::string_view name, const PropertyValue& value) {
+  if (name == "Text") {
+    const auto text = toDisplayText(std::get<std::string>(value));
+    if (field->toPlainText() != text) {
+      field->setPlainText(text);
+    }
+  } else if (name == "Border") {
+    field->setFrameShape(std::get<bool>(value) ? QFrame::StyledPanel : QFrame::NoFrame);
+  } else if (name == "ReadOnly") {
+    field->setReadOnly(std::get<bool>(value));
+  } else if (name == "AcceptTabs") {
+    field->setTabChangesFocus(!std::get<bool>(value));
+  } else if (name == "ScrollBarVertical") {
+    field->setVerticalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
+                                                            : Qt::ScrollBarAlwaysOff);
+  }
+}
+
+void showEditField(QWidget* widget, std::string_view name, const PropertyValue& value) {
+  if (name == "TextColor") {
+    setPaletteColor(widget, QPalette::Text, std::get<Color>(value));
+  } else if (name == "BackColor") {
+    setPaletteColor(widget, QPalette::Base, std::get<Color>(value));
+  } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+    showLineEdit(line, name, value);
+  } else if (auto* text = qobject_cast<QPlainTextEdit*>(widget)) {
+    showTextEdit(text, name, value);
+  }
+}
+
+void showPushButton(QPushButton* button, std::string_view name, const PropertyValue& value) {
+  if (name == "Caption") {
+    button->setText(caption(std::get<std::string>(value)));
+  } else if (name == "Default") {
+    button->setDefault(std::get<bool>(value));
+  }
+}
+
+void showRadioButton(QRadioButton* button, std::string_view name, const PropertyValue& value) {
+  if (name == "Caption") {
+    button->setText(caption(std::get<std::string>(value)));
+  } else if (name == "Value") {
+    button->setChecked(std::get<bool>(value));
+  }
+}
+
+void showProgressBar(QProgressBar* bar, std::string_view name, const PropertyValue& value) {
+  if (name == "Value") {
+    bar->setValue(std::get<std::int32_t>(value));
+  } else if (name == "Maximum") {
+    // A maximum of 0 runs the bar without a known end.
+    bar->setMaximum(std::get<std::int32_t>(value));
+  }
+}
+
+QWidget* newWidget(std::string_view className, const PropertyList& properties, QWidget* content) {
+  if (className == "StaticText") {
+    auto* label = new QLabel(content);
+    label->setTextFormat(Qt::PlainText);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    return label;
+  }
+  if (className == "EditField") {
+    const bool multiLine = std::any_of(properties.begin(), properties.end(), [](const Property& p) {
+      return p.name == "MultiLine" && std::get<bool>(p.value);
+    });
+    if (multiLine) {
+      auto* text = new QPlainTextEdit(content);
+      text->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+      text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+      return text;
+    }
+    auto* line = new QLineEdit(content);
+    line->setTextMargins(0, 0, 0, 0);
+    return line;
+  }
+  if (className == "PushButton") {
+    auto* button = new QPushButton(content);
+    button->setAutoDefault(false);
+    return button;
+  }
+  if (className == "RadioButton") {
+    // The view state keeps the group: it clears the siblings and the widgets follow.
+    auto* button = new QRadioButton(content);
+    button->setAutoExclusive(false);
+    return button;
+  }
+  if (className == "GroupBox") {
+    return new QGroupBox(content);
+  }
+  if (className == "Listbox") {
+    return new ListWidget(content);
+  }
+  if (className == "Separator") {
+    auto* line = new QFrame(content);
+    line->setFrameShadow(QFrame::Sunken);
+    return line;
+  }
+  if (className == "ProgressBar") {
+    auto* bar = new QProgressBar(content);
+    bar->setTextVisible(false);
+    return bar;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+QString toDisplayText(const std::string& text) {
+  return QString::fromStdString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');
+}
+
+std::string fromDisplayText(const QString& text) {
+  return QString(text).replace('\n', '\r').toStdString();
+}
+
+QWidget* makeControlWidget(std::string_view className, const PropertyList& properties,
+                           QWidget* content) {
+  auto* widget = newWidget(className, properties, content);
+  if (widget == nullptr) {
+    return nullptr;
+  }
+  for (const auto& property : properties) {
+    showControlProperty(widget, className, property.name, property.value);
+  }
+  if (auto* line = qobject_cast<QFrame*>(widget); line != nullptr && className == "Separator") {
+    line->setFrameShape(widget->width() < widget->height() ? QFrame::VLine : QFrame::HLine);
+  }
+  return widget;
+}
+
+void showControlProperty(QWidget* widget, std::string_view className, std::string_view name,
+                         const PropertyValue& value) {
+  if (name == "Visible") {
+    widget->setVisible(std::get<bool>(value));
+    return;
+  }
+  if (name == "Enabled") {
+    widget->setEnabled(std::get<bool>(value));
+    return;
+  }
+  if (name == "HelpTag") {
+    widget->setToolTip(toDisplayText(std::get<std::string>(value)));
+    return;
+  }
+  if (showPlaceProperty(widget, name, value) || showFontProperty(widget, name, value)) {
+    return;
+  }
+  if (className == "StaticText") {
+    showStaticText(qobject_cast<QLabel*>(widget), name, value);
+  } else if (className == "EditField") {
+    showEditField(widget, name, value);
+  } else if (className == "PushButton") {
+    showPushButton(qobject_cast<QPushButton*>(widget), name, value);
+  } else if (className == "RadioButton") {
+    showRadioButton(qobject_cast<QRadioButton*>(widget), name, value);
+  } else if (className == "GroupBox" && name == "Caption") {
+    qobject_cast<QGroupBox*>(widget)->setTitle(caption(std::get<std::string>(value)));
+  } else if (className == "Listbox") {
+    static_cast<ListWidget*>(widget)->showProperty(name, value);
+  } else if (className == "ProgressBar") {
+    showProgressBar(qobject_cast<QProgressBar*>(widget), name, value);
+  }
+}
+
+}  // namespace corvalta::platform::qt

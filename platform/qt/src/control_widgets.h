@@ -1,0 +1,29 @@
+#pragma once
+
+#include <corvalta/platform/property.h>
+
+#include <QString>
+
+#include <string>
+#include <string_view>
+
+class QWidget;
+
+namespace corvalta::platform::qt {
+
+// Makes the widget that shows a control of the record class `className` ("StaticText",
+// "Listbox", ...) as a child of `content`, with every property applied; nullptr for a class
+// that has nothing to show (a timer, a socket).
+QWidget* makeControlWidget(std::string_view className, const PropertyList& properties,
+                           QWidget* content);
+
+// Shows one property of a control on its widget. Properties that change nothing on the screen
+// are ignored.
+void showControlProperty(QWidget* widget, std::string_view className, std::string_view name,
+                         const PropertyValue& value);
+
+// Text of the view state (UTF-8, carriage return as line break) for Qt, and back.
+QString toDisplayText(const std::string& text);
+std::string fromDisplayText(const QString& text);
+
+}  // namespace corvalta::platform::qt

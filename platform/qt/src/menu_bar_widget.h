@@ -1,0 +1,18 @@
+#pragma once
+
+#include <corvalta/platform/application.h>
+
+#include <functional>
+
+class QMenuBar;
+
+namespace corvalta::platform::qt {
+
+// The application's menu tree as a QMenuBar. An item whose Name has a handler runs it as a
+// menu command through the dispatcher; the Edit items act on the focused text field; the
+// QuitMenuItem runs `quit`. Each menu takes Text, Checked and Enabled from the tree as it
+// opens, so a check mark set by a command shows the next time. "Cmd+X" shortcuts become the
+// platform's standard keys (Ctrl on Linux and Windows, Command on macOS).
+QMenuBar* makeMenuBar(Application& app, std::function<void()> quit);
+
+}  // namespace corvalta::platform::qt

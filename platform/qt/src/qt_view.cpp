@@ -1,0 +1,130 @@
+#include <corvalta/platform/qt/qt_view.h>
+
+#include "menu_bar_widget.h"
+#include "window_widget.h"
+
+#include <corvalta/platform/controls.h>
+#include <corvalta/platform/user_input.h>
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWindow>
+
+namespace corvalta::platform::qt {
+
+QtView::QtView(Application& app) : app_(app) {}
+
+QtView::~QtView() {
+  for (const auto& [window, widget] : windows_) {
+    delete widget;
+  }
+}
+
+QWidget* QtView::topLevel(const std::string& windowClass) const {
+  const Window* live = app_.liveWindow(windowClass);
+  return live != nullptr ? widgetOf(*live) : nullptr;
+}
+
+WindowWidget* QtView::widgetOf(const Window& window) const {
+  const auto found = windows_.find(&window);
+  return found == windows_.end() ? nullptr : found->second;
+}
+
+void QtView::windowCreated(Window& window) {
+  QMenuBar* menuBar = nullptr;
+  if (window.className() == menuBarWindow_ && app_.MenuBar() != nullptr) {
+    // The framework's quit action closes the main window, whose Close saves and quits.
+    menuBar = makeMenuBar(app_, [this] { closeWindow(app_, menuBarWindow_); });
+  }
+  windows_.emplace(&window, new WindowWidget(app_, window, menuBar));
+}
+
+void QtView::windowShown(Window& window, bool modal) {
+  auto* widget = widgetOf(window);
+  if (widget == nullptr) {
+    return;
+  }
+  if (!widget->isVisible()) {
+    widget->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    if (window.className() != menuBarWindow_) {
+      placeBesideMainWindow(widget);
+    }
+    widget->show();
+    widget->showFocus();
+  }
+  widget->raise();
+  widget->activateWindow();
+}
+
+// A window other than the main one opens beside it, to the right where the screen has room,
+// so that the game stays in sight.
+void QtView::placeBesideMainWindow(QWidget* top) const {
+  const QWidget* main = topLevel(menuBarWindow_);
+  if (main == nullptr || !main->isVisible()) {
+    return;
+  }
+  const auto frame = main->frameGeometry();
+  const auto size = top->sizeHint();
+  QPoint at(frame.right() + 12, frame.top());
+  if (const QScreen* screen = main->screen()) {
+    const auto room = screen->availableGeometry();
+    if (at.x() + size.width() > room.right()) {
+      at.setX(std::max(room.left(), frame.left() - size.width() - 12));
+    }
+  }
+  top->move(at);
+}
+
+void QtView::windowHidden(Window& window) {
+  if (auto* widget = widgetOf(window)) {
+    widget->hide();
+  }
+}
+
+void QtView::windowClosing(Window& window) {
+  if (auto* widget = widgetOf(window)) {
+    widget->detach();
+  }
+  windows_.erase(&window);
+}
+
+void QtView::propertyChanged(PaneChild& child, std::string_view property) {
+  if (child.window() != nullptr) {
+    if (auto* widget = widgetOf(*child.window())) {
+      widget->showControlProperty(child, property);
+    }
+  }
+}
+
+void QtView::windowPropertyChanged(Window& window, std::string_view property) {
+  if (auto* widget = widgetOf(window)) {
+    widget->showWindowProperty(property);
+  }
+}
+
+void QtView::rowsChanged(Listbox& list) {
+  if (list.window() != nullptr) {
+    if (auto* widget = widgetOf(*list.window())) {
+      widget->showRows(list);
+    }
+  }
+}
+
+void QtView::focusChanged(Window& window) {
+  if (auto* widget = widgetOf(window)) {
+    widget->showFocus();
+  }
+}
+
+void QtView::refreshRequested(PaneChild& child) {
+  if (child.window() != nullptr) {
+    if (auto* widget = widgetOf(*child.window())) {
+      widget->refresh(child);
+    }
+  }
+}
+
+void QtView::quitRequested(int exitCode) { QCoreApplication::exit(exitCode); }
+
+}  // namespace corvalta::platform::qt

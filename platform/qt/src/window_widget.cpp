@@ -1,0 +1,275 @@
+#include "window_widget.h"
+
+#include "control_widgets.h"
+#include "list_widget.h"
+
+#include <corvalta/platform/controls.h>
+#include <corvalta/platform/user_input.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace corvalta::platform::qt {
+namespace {
+
+template <class T>
+T valueOr(const PropertyValue* value, T fallback) {
+  const auto* held = value != nullptr ? std::get_if<T>(value) : nullptr;
+  return held != nullptr ? *held : fallback;
+}
+
+}  // namespace
+
+WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
+    : app_(app), window_(&window), className_(window.className()), content_(new QWidget(this)) {
+  setAttribute(Qt::WA_DeleteOnClose, false);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  if (menuBar != nullptr) {
+    layout->setMenuBar(menuBar);
+  }
+  layout->addWidget(content_);
+  // Nothing holds the focus until a control takes it; the content takes the keys meanwhile.
+  content_->setFocusPolicy(Qt::ClickFocus);
+  content_->installEventFilter(this);
+
+  Qt::WindowFlags flags = valueOr<std::int32_t>(window.property("Frame"), 0) == 1 ? Qt::Dialog
+                                                                                   : Qt::Window;
+  flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+  if (valueOr(window.property("CloseButton"), true)) flags |= Qt::WindowCloseButtonHint;
+  if (valueOr(window.property("MinimizeButton"), false)) flags |= Qt::WindowMinimizeButtonHint;
+  if (valueOr(window.property("MaximizeButton"), false)) flags |= Qt::WindowMaximizeButtonHint;
+  setWindowFlags(flags);
+
+  for (const auto& property : window.properties()) {
+    showWindowProperty(property.name);
+  }
+  for (PaneChild* child : window.controls()) {
+    addControl(*child);
+  }
+  showEnabledStates();
+  connect(qApp, &QApplication::focusChanged, this,
+          [this](QWidget* /*old*/, QWidget* now) { userFocused(now); });
+}
+
+void WindowWidget::showWindowProperty(std::string_view name) {
+  if (window_ == nullptr) {
+    return;
+  }
+  const auto* value = window_->property(name);
+  if (name == "Title") {
+    setWindowTitle(toDisplayText(valueOr<std::string>(value, {})));
+  } else if (name == "Width" || name == "Height") {
+    const auto width = valueOr<std::int32_t>(window_->property("Width"), 100);
+    const auto height = valueOr<std::int32_t>(window_->property("Height"), 100);
+    if (valueOr(window_->property("Resizeable"), false)) {
+      content_->setMinimumSize(valueOr<std::int32_t>(window_->property("MinWidth"), 0),
+                               valueOr<std::int32_t>(window_->property("MinHeight"), 0));
+      resize(width, height);
+    } else {
+      content_->setFixedSize(width, height);
+    }
+  } else if (name == "Resizeable") {
+    layout()->setSizeConstraint(valueOr(value, false) ? QLayout::SetDefaultConstraint
+                                                      : QLayout::SetFixedSize);
+  } else if (name == "HasBackColor" || name == "BackColor") {
+    if (valueOr(window_->property("HasBackColor"), false)) {
+      const auto color = valueOr<Color>(window_->property("BackColor"), {});
+      auto palette = content_->palette();
+      palette.setColor(QPalette::Window, QColor(color.red, color.green, color.blue));
+      content_->setPalette(palette);
+      content_->setAutoFillBackground(true);
+    }
+  }
+}
+
+void WindowWidget::addControl(PaneChild& child) {
+  QWidget* widget = makeControlWidget(child.className(), child.properties(), content_);
+  if (widget == nullptr) {
+    return;
+  }
+  widgets_.emplace(&child, widget);
+  widget->installEventFilter(this);
+  connectInput(child, widget);
+}
+
+void WindowWidget::connectInput(PaneChild& child, QWidget* widget) {
+  const std::string name = child.key();
+  if (auto* radio = qobject_cast<QRadioButton*>(widget)) {
+    connect(radio, &QRadioButton::clicked, this, [this, radio, name] {
+      // Qt has already flipped the button; it shows the state's value until the state says.
+      if (auto* button = window_ != nullptr ? dynamic_cast<RadioButton*>(window_->controlByName(name))
+                                            : nullptr) {
+        radio->setChecked(button->Value());
+      }
+      pressControl(app_, className_, name);
+    });
+  } else if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
+    connect(button, &QAbstractButton::clicked, this, [this, name] { pressControl(app_, className_, name); });
+  } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+    connect(line, &QLineEdit::textEdited, this, [this, name](const QString& text) { userEdited(name, text); });
+  } else if (auto* text = qobject_cast<QPlainTextEdit*>(widget)) {
+    // textChanged also follows changes made by code; those already match the state.
+    connect(text, &QPlainTextEdit::textChanged, this, [this, name, text] {
+      auto* field = window_ != nullptr ? dynamic_cast<EditField*>(window_->controlByName(name)) : nullptr;
+      if (field != nullptr && toDisplayText(field->Text()) != text->toPlainText()) {
+        userEdited(name, text->toPlainText());
+      }
+    });
+  }
+}
+
+void WindowWidget::userEdited(const std::string& name, const QString& text) {
+  // The input may run later; by then this widget may be gone, or stand for a closed window.
+  app_.dispatcher().input(className_, [self = QPointer(this), window = window_, name,
+                                       typed = fromDisplayText(text)] {
+    if (self == nullptr || self->window_ != window || window == nullptr) {
+      return;
+    }
+    auto* field = dynamic_cast<EditField*>(window->controlByName(name));
+    if (field == nullptr) {
+      return;
+    }
+    self->muted_ = field;
+    field->userEdit(typed);
+    self->muted_ = nullptr;
+    // The field may have refused part of the typing (its mask, its limit): show what it took.
+    self->showControlProperty(*field, "Text");
+  });
+}
+
+void WindowWidget::userFocused(QWidget* now) {
+  if (window_ == nullptr || now == nullptr || now->window() != this) {
+    return;
+  }
+  auto* control = dynamic_cast<Control*>(childOf(now));
+  if (control != nullptr && window_->focus() != control) {
+    control->SetFocus();
+  }
+}
+
+PaneChild* WindowWidget::childOf(const QWidget* widget) const {
+  for (const auto& [child, shown] : widgets_) {
+    if (shown == widget || shown->isAncestorOf(widget)) {
+      return const_cast<PaneChild*>(child);
+    }
+  }
+  return nullptr;
+}
+
+void WindowWidget::showControlProperty(PaneChild& child, std::string_view name) {
+  const auto found = widgets_.find(&child);
+  const auto* value = child.property(name);
+  if (found == widgets_.end() || value == nullptr || (&child == muted_ && name == "Text")) {
+    return;
+  }
+  qt::showControlProperty(found->second, child.className(), name, *value);
+  if (name == "Enabled" || name == "Visible") {
+    showEnabledStates();
+  }
+}
+
+// A control that stands in a disabled group acts disabled, so its widget is disabled too.
+void WindowWidget::showEnabledStates() {
+  for (const auto& [child, widget] : widgets_) {
+    if (const auto* control = dynamic_cast<const Control*>(child)) {
+      const Control* parent = control->parent();
+      widget->setEnabled(control->Enabled() && (parent == nullptr || parent->acceptsInput()));
+    }
+  }
+}
+
+void WindowWidget::showRows(Listbox& list) {
+  const auto found = widgets_.find(&list);
+  if (found == widgets_.end()) {
+    return;
+  }
+  std::vector<std::int32_t> alignments;
+  for (std::int32_t column = 0; column < list.ColumnCount(); ++column) {
+    alignments.push_back(list.ColumnAlignment(column));
+  }
+  static_cast<ListWidget*>(found->second)->showRows(list.rows(), alignments);
+}
+
+void WindowWidget::showFocus() {
+  if (window_ == nullptr) {
+    return;
+  }
+  const auto found = widgets_.find(window_->focus());
+  QWidget* target = found != widgets_.end() ? found->second : content_;
+  if (!target->hasFocus()) {
+    target->setFocus(Qt::OtherFocusReason);
+  }
+}
+
+void WindowWidget::refresh(const PaneChild& child) {
+  if (const auto found = widgets_.find(&child); found != widgets_.end()) {
+    found->second->repaint();
+  }
+}
+
+void WindowWidget::detach() {
+  window_ = nullptr;
+  widgets_.clear();
+  hide();
+  deleteLater();
+}
+
+void WindowWidget::closeEvent(QCloseEvent* event) {
+  // The close box is input like any other: the view state closes the window, and the view
+  // follows. Until then the window stays.
+  event->ignore();
+  if (window_ != nullptr) {
+    closeWindow(app_, className_);
+  }
+}
+
+void WindowWidget::keyPressEvent(QKeyEvent* event) {
+  if (!handleKey(event)) {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && handleKey(static_cast<QKeyEvent*>(event))) {
+    return true;
+  }
+  return QWidget::eventFilter(watched, event);
+}
+
+// Return and Enter press the default button, Escape the cancel button, whichever control has
+// the focus; a window without such a button leaves the key to the focused control.
+bool WindowWidget::handleKey(QKeyEvent* event) {
+  if (window_ == nullptr || event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) {
+    return false;
+  }
+  const int key = event->key();
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    if (window_->defaultButton() == nullptr) {
+      return false;
+    }
+    pressReturn(app_, className_);
+    return true;
+  }
+  if (key == Qt::Key_Escape) {
+    for (PaneChild* child : window_->controls()) {
+      auto* button = dynamic_cast<PushButton*>(child);
+      if (button != nullptr && button->Cancel() && button->acceptsInput()) {
+        pressControl(app_, className_, button->key());
+        return true;
+      }
+    }
+  }
+  return false;
+}
+
+}  // namespace corvalta::platform::qt

@@ -1,0 +1,174 @@
+#include <corvalta/platform/application.h>
+#include <corvalta/platform/headless/headless_services.h>
+#include <corvalta/platform/menu_item_classes.h>
+#include <corvalta/platform/qt/qt_clock_service.h>
+#include <corvalta/platform/qt/qt_event_loop.h>
+#include <corvalta/platform/qt/sdl_sound_system.h>
+
+#include "../src/menu_bar_widget.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTemporaryDir>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace corvalta::platform::qt {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Calls run in the order of their times, calls of the same time in the order asked for, a
+// cancelled one never, and a call may ask for more.
+TEST(QtClock, CallsRunInOrderOfTheirTimes) {
+  QtClockService clock;
+  QtEventLoop loop;
+  std::vector<std::string> ran;
+  const auto start = clock.now();
+  clock.callAt(start + 30ms, [&] { ran.push_back("30a"); });
+  const auto dropped = clock.callAt(start + 10ms, [&] { ran.push_back("dropped"); });
+  clock.callAt(start + 20ms, [&] {
+    ran.push_back("20");
+    clock.callAt(start + 40ms, [&] {
+      ran.push_back("40");
+      loop.wake();
+    });
+  });
+  clock.callAt(start + 30ms, [&] { ran.push_back("30b"); });
+  clock.callAt(start - 5ms, [&] { ran.push_back("past"); });
+  clock.cancel(dropped);
+  clock.cancel(12345);
+  loop.waitUntil([&] { return ran.size() == 5; }, {.deliverInput = true, .deadline = start + 10s});
+  EXPECT_EQ(ran, (std::vector<std::string>{"past", "20", "30a", "30b", "40"}));
+  EXPECT_GE(clock.now() - start, 40ms);
+}
+
+// A sound plays for its length and then says so by waking the loop; the player never makes a
+// wait hang, whether a file is missing or no audio device exists (SDL's dummy driver here).
+TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
+  ::setenv("SDL_AUDIODRIVER", "dummy", 1);
+  QTemporaryDir folder;
+  ASSERT_TRUE(folder.isValid());
+  {
+    // 0.2 s of silence, 8-bit mono at 8000 Hz.
+    std::ofstream wav(folder.filePath("OK3.wav").toStdString(), std::ios::binary);
+    const std::uint32_t samples = 1600;
+    const auto put = [&wav](std::uint32_t value, int bytes) {
+      for (int k = 0; k < bytes; ++k) wav.put(static_cast<char>(value >> (8 * k)));
+    };
+    wav << "RIFF";
+    put(36 + samples, 4);
+    wav << "WAVEfmt ";
+    put(16, 4), put(1, 2), put(1, 2), put(8000, 4), put(8000, 4), put(1, 2), put(8, 2);
+    wav << "data";
+    put(samples, 4);
+    for (std::uint32_t k = 0; k < samples; ++k) wav.put(static_cast<char>(0x80));
+  }
+  QtEventLoop loop;
+  QtClockService clock;
+  SdlSoundSystem sounds(folder.path().toStdString(), loop, clock);
+  EXPECT_EQ(sounds.GetSound(7), nullptr);
+
+  const auto sound = sounds.GetSound(168);
+  ASSERT_NE(sound, nullptr);
+  EXPECT_FALSE(sound->IsPlaying());
+  const auto start = clock.now();
+  sound->Play();
+  EXPECT_TRUE(sound->IsPlaying());
+  EXPECT_TRUE(loop.waitUntil([&] { return !sound->IsPlaying(); },
+                             {.deliverInput = false, .deadline = start + 10s}));
+  EXPECT_GE(clock.now() - start, 200ms);
+
+  // Applause.wav is not in the folder: a sound that plays in silence and ends at once.
+  const auto missing = sounds.GetSound(169);
+  ASSERT_NE(missing, nullptr);
+  missing->Play();
+  EXPECT_FALSE(missing->IsPlaying());
+  ::unsetenv("SDL_AUDIODRIVER");
+}
+
+class MenuBarTest : public ::testing::Test {
+ protected:
+  MenuBarTest() {
+    auto bar = std::make_shared<MenuItem>("Bar");
+    auto file = std::make_shared<MenuItem>("FileMenu", "&File");
+    auto quitItem = std::make_shared<QuitMenuItem>("FileQuit", "Quit");
+    quitItem->KeyboardShortcut = "Cmd+Q";
+    file->Append(quitItem);
+    auto edit = std::make_shared<MenuItem>("EditMenu", "&Edit");
+    auto cut = std::make_shared<MenuItem>("EditCut", "Cu&t");
+    cut->KeyboardShortcut = "Cmd+X";
+    edit->Append(cut);
+    edit->Append(std::make_shared<MenuItem>("Line", "-"));
+    auto plain = std::make_shared<MenuItem>("EditOther", "Other");
+    plain->KeyboardShortcut = "Cmd+L";
+    plain->Enabled = false;
+    edit->Append(plain);
+    auto sound = std::make_shared<MenuItem>("SoundMenu", "Sound");
+    sound->Append(std::make_shared<MenuItem>("SoundOn", "Sound On"));
+    bar->Append(file);
+    bar->Append(edit);
+    bar->Append(sound);
+    app.setMenuBar(bar);
+    app.addMenuHandler("SoundOn", [this] {
+      app.MenuBar()->Lookup("SoundOn")->Checked = true;
+      return false;
+    });
+    menuBar.reset(makeMenuBar(app, [this] { ++quits; }));
+  }
+
+  QAction* action(const char* name) const { return menuBar->findChild<QAction*>(name); }
+  QMenu* menu(const char* name) const { return menuBar->findChild<QMenu*>(name); }
+
+  headless::HeadlessServices services{1};
+  Application app{services.services()};
+  std::unique_ptr<QMenuBar> menuBar;
+  int quits = 0;
+};
+
+// The tree becomes menus with the platform's standard keys; commands run their handlers and
+// the menu shows the new check mark when it next opens.
+TEST_F(MenuBarTest, MenusFollowTheTree) {
+  ASSERT_EQ(menuBar->actions().size(), 3);
+  EXPECT_EQ(menuBar->actions()[0]->text(), "&File");
+  EXPECT_EQ(action("FileQuit")->shortcut(), QKeySequence(QKeySequence::Quit));
+  EXPECT_EQ(action("FileQuit")->menuRole(), QAction::QuitRole);
+  EXPECT_EQ(action("EditCut")->shortcut(), QKeySequence(QKeySequence::Cut));
+  EXPECT_EQ(action("EditOther")->shortcut(), QKeySequence("Ctrl+L"));
+  EXPECT_TRUE(menu("EditMenu")->actions()[1]->isSeparator());
+  EXPECT_FALSE(action("EditOther")->isEnabled());
+
+  EXPECT_FALSE(action("SoundOn")->isChecked());
+  action("SoundOn")->trigger();
+  EXPECT_TRUE(app.MenuBar()->Lookup("SoundOn")->Checked);
+  emit menu("SoundMenu")->aboutToShow();
+  EXPECT_TRUE(action("SoundOn")->isChecked());
+
+  action("FileQuit")->trigger();
+  EXPECT_EQ(quits, 1);
+}
+
+// The Edit items act on the focused text field, and only when they can.
+TEST_F(MenuBarTest, EditItemsActOnTheFocusedField) {
+  QLineEdit field;
+  field.show();
+  QApplication::setActiveWindow(&field);
+  field.setFocus();
+  ASSERT_EQ(QApplication::focusWidget(), &field);
+  field.setText("12345");
+  emit menu("EditMenu")->aboutToShow();
+  EXPECT_FALSE(action("EditCut")->isEnabled());
+  field.setSelection(1, 2);
+  emit menu("EditMenu")->aboutToShow();
+  EXPECT_TRUE(action("EditCut")->isEnabled());
+  action("EditCut")->trigger();
+  EXPECT_EQ(field.text(), "145");
+}
+
+}  // namespace
+}  // namespace corvalta::platform::qt

@@ -1,0 +1,226 @@
+#include <corvalta/platform/application.h>
+#include <corvalta/platform/controls.h>
+#include <corvalta/platform/headless/headless_services.h>
+#include <corvalta/platform/qt/qt_view.h>
+
+#include "../src/list_widget.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+
+namespace corvalta::platform::qt {
+namespace {
+
+using headless::HeadlessServices;
+
+// A window whose handlers log "<control>_<event>".
+class LogWindow : public Window {
+ public:
+  LogWindow(const WindowPlan& plan, std::vector<std::string>& log) : Window(plan.className), log_(log) {
+    build(plan);
+  }
+
+ protected:
+  Handler handlerFor(std::string_view control, std::string_view event) override {
+    return [this, entry = std::string(control) + "_" + std::string(event)](const EventArgs&) {
+      log_.push_back(entry);
+    };
+  }
+
+ private:
+  std::vector<std::string>& log_;
+};
+
+PropertyList at(const char* name, std::int32_t left, std::int32_t top, std::int32_t width,
+                std::int32_t height, PropertyList more = {}) {
+  PropertyList list = {{"Name", std::string(name)}, {"Left", left}, {"Top", top},
+                       {"Width", width},            {"Height", height}};
+  list.insert(list.end(), more.begin(), more.end());
+  return list;
+}
+
+WindowPlan testPlan() {
+  return {"Test",
+          {{"Title", std::string("A test")}, {"Width", 300}, {"Height", 200}, {"Visible", true},
+           {"Resizeable", false}},
+          {{"Label", "StaticText",
+            at("Label", 10, 10, 100, 20,
+               {{"Text", std::string("two\rlines")}, {"TextFont", std::string("Arial")}, {"TextSize", 20},
+                {"Bold", true}, {"TextColor", Color{0xFF, 0x00, 0x12}}}),
+            {}},
+           {"Field", "EditField", at("Field", 10, 40, 80, 24), {"TextChange"}},
+           {"Short", "EditField", at("Short", 100, 40, 80, 24, {{"Mask", std::string("AAA")}}), {}},
+           {"Group", "GroupBox", at("Group", 10, 70, 120, 80, {{"Caption", std::string("Levels")}}), {}},
+           {"Easy", "RadioButton",
+            at("Easy", 20, 90, 80, 20, {{"Caption", std::string("Easy")}, {"InitialParent", std::string("Group")}}),
+            {"Action"}},
+           {"Hard", "RadioButton",
+            at("Hard", 20, 115, 80, 20, {{"Caption", std::string("Hard")}, {"InitialParent", std::string("Group")}}),
+            {"Action"}},
+           {"Go", "PushButton", at("Go", 150, 90, 60, 20, {{"Caption", std::string("Go")}, {"Default", true}}),
+            {"Action"}},
+           {"Stop", "PushButton", at("Stop", 150, 120, 60, 20, {{"Caption", std::string("Stop & go")}, {"Cancel", true}}),
+            {"Action"}},
+           {"Table", "Listbox",
+            at("Table", 140, 10, 150, 70,
+               {{"ColumnCount", 3}, {"ColumnWidths", std::string("40% 30%\t30%")}, {"HasHeading", true},
+                {"InitialValue", std::string("Name\tLevel\tScore")}}),
+            {}},
+           {"Ticker", "Timer", {{"Mode", 0}, {"Period", 1000}}, {}}}};
+}
+
+class QtViewTest : public ::testing::Test {
+ protected:
+  QtViewTest() {
+    app.registerWindowClass("Test", [this] { return std::make_unique<LogWindow>(testPlan(), log); });
+    app.setObserver(&view);
+    window = &app.implicitInstance("Test");
+    top = view.topLevel("Test");
+  }
+  ~QtViewTest() override { app.setObserver(nullptr); }
+
+  template <class W>
+  W* widget(const char* name) const {
+    for (auto* candidate : top->findChildren<W*>()) {
+      if (candidate->geometry() == geometryOf(name)) return candidate;
+    }
+    return nullptr;
+  }
+
+  QRect geometryOf(const char* name) const {
+    const auto& control = *window->controlByName(name);
+    const auto number = [&](const char* property) { return std::get<std::int32_t>(*control.property(property)); };
+    return {number("Left"), number("Top"), number("Width"), number("Height")};
+  }
+
+  void settle() { QCoreApplication::processEvents(); }
+
+  HeadlessServices services{1};
+  Application app{services.services()};
+  QtView view{app};
+  std::vector<std::string> log;
+  Window* window = nullptr;
+  QWidget* top = nullptr;
+};
+
+// Every control with a place becomes a widget at that place, showing what its record says.
+TEST_F(QtViewTest, WidgetsShowTheRecords) {
+  ASSERT_NE(top, nullptr);
+  EXPECT_TRUE(top->isVisible());
+  EXPECT_EQ(top->windowTitle(), "A test");
+  auto* label = widget<QLabel>("Label");
+  ASSERT_NE(label, nullptr);
+  EXPECT_EQ(label->text(), "two\nlines");
+  EXPECT_EQ(label->font().pixelSize(), 20);
+  EXPECT_TRUE(label->font().bold());
+  EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(0xFF, 0x00, 0x12));
+  EXPECT_EQ(widget<QPushButton>("Stop")->text(), "Stop && go");
+  EXPECT_TRUE(widget<QPushButton>("Go")->isDefault());
+  EXPECT_EQ(widget<QGroupBox>("Group")->title(), "Levels");
+
+  auto* table = widget<ListWidget>("Table");
+  ASSERT_NE(table, nullptr);
+  EXPECT_EQ(table->horizontalHeaderItem(2)->text(), "Score");
+  const int total = table->viewport()->width();
+  EXPECT_EQ(table->columnWidth(0), total * 40 / 100);
+  EXPECT_EQ(table->columnWidth(1), total * 30 / 100);
+}
+
+// Widgets follow the view state: texts, visibility, rows and their alignment, and a radio button
+// in a disabled group is disabled with it.
+TEST_F(QtViewTest, WidgetsFollowTheState) {
+  window->control<StaticText>("Label").setText("Game Over");
+  window->control<StaticText>("Label").setVisible(false);
+  window->control<EditField>("Field").setText("17");
+  window->control<GroupBox>("Group").setEnabled(false);
+  auto& table = window->control<Listbox>("Table");
+  table.AddRow("Ann");
+  table.setCell(0, 2, "12");
+  table.setColumnAlignment(2, 2);
+
+  EXPECT_EQ(widget<QLabel>("Label")->text(), "Game Over");
+  EXPECT_FALSE(widget<QLabel>("Label")->isVisible());
+  EXPECT_EQ(widget<QLineEdit>("Field")->text(), "17");
+  EXPECT_FALSE(widget<QRadioButton>("Easy")->isEnabled());
+  EXPECT_TRUE(widget<QPushButton>("Go")->isEnabled());
+  auto* list = widget<ListWidget>("Table");
+  ASSERT_EQ(list->rowCount(), 1);
+  EXPECT_EQ(list->item(0, 0)->text(), "Ann");
+  EXPECT_EQ(list->item(0, 2)->text(), "12");
+  EXPECT_EQ(list->item(0, 2)->textAlignment() & Qt::AlignHorizontal_Mask, Qt::AlignHCenter);
+
+  window->control<GroupBox>("Group").setEnabled(true);
+  EXPECT_TRUE(widget<QRadioButton>("Easy")->isEnabled());
+}
+
+// What the user does goes into the state, which raises the events; the widgets then show what
+// the state made of it.
+TEST_F(QtViewTest, UserInputGoesIntoTheState) {
+  QTest::mouseClick(widget<QRadioButton>("Hard"), Qt::LeftButton);
+  EXPECT_TRUE(window->control<RadioButton>("Hard").Value());
+  QTest::mouseClick(widget<QRadioButton>("Easy"), Qt::LeftButton);
+  EXPECT_TRUE(window->control<RadioButton>("Easy").Value());
+  EXPECT_FALSE(window->control<RadioButton>("Hard").Value());
+  EXPECT_FALSE(widget<QRadioButton>("Hard")->isChecked());
+  // A click on the button that is on leaves it on.
+  QTest::mouseClick(widget<QRadioButton>("Easy"), Qt::LeftButton);
+  EXPECT_TRUE(widget<QRadioButton>("Easy")->isChecked());
+
+  QTest::keyClicks(widget<QLineEdit>("Field"), "42");
+  EXPECT_EQ(window->control<EditField>("Field").Text(), "42");
+  // The mask takes letters and digits, three of them.
+  QTest::keyClicks(widget<QLineEdit>("Short"), "a-b+cd");
+  EXPECT_EQ(window->control<EditField>("Short").Text(), "abc");
+  EXPECT_EQ(widget<QLineEdit>("Short")->text(), "abc");
+
+  QTest::keyClick(widget<QLineEdit>("Field"), Qt::Key_Return);
+  QTest::keyClick(widget<QLineEdit>("Field"), Qt::Key_Escape);
+  QTest::mouseClick(widget<QPushButton>("Stop"), Qt::LeftButton);
+  // One TextChange per keystroke; Return presses the default button, Escape the cancel button.
+  const std::vector<std::string> expected = {"Hard_Action",      "Easy_Action", "Field_TextChange",
+                                             "Field_TextChange", "Go_Action",   "Stop_Action",
+                                             "Stop_Action"};
+  EXPECT_EQ(log, expected);
+}
+
+// The close box asks the state to close the window; the widget goes when the state says.
+TEST_F(QtViewTest, CloseBoxClosesThroughTheState) {
+  QPointer<QWidget> shown = top;
+  top->close();
+  EXPECT_EQ(app.liveWindow("Test"), nullptr);
+  EXPECT_FALSE(shown->isVisible());
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(shown.isNull());
+  EXPECT_EQ(view.topLevel("Test"), nullptr);
+}
+
+// Column widths: percentages of the width, pixels, and what is left shared by the rest.
+TEST(ListColumns, WidthsFromTheirText) {
+  struct Row {
+    QStringList entries;
+    int columns;
+    std::vector<int> widths;
+  };
+  const Row rows[] = {
+      {{"40%", "30%", "30%"}, 3, {80, 60, 60}},
+      {{"50", "25%"}, 3, {50, 50, 100}},
+      {{}, 2, {100, 100}},
+      {{"x", "20"}, 2, {180, 20}},
+      {{"150%"}, 2, {300, 0}},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.entries.join(' ').toStdString());
+    EXPECT_EQ(columnWidths(row.entries, row.columns, 200), row.widths);
+  }
+}
+
+}  // namespace
+}  // namespace corvalta::platform::qt
