@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "log_window.h"
+
 #include <string>
 #include <vector>
 
@@ -13,29 +15,6 @@ namespace corvalta::platform {
 namespace {
 
 using headless::HeadlessServices;
-
-// A window whose every handler logs "<control>_<event>" and which can act on the log.
-class LogWindow : public Window {
- public:
-  LogWindow(const WindowPlan& plan, std::vector<std::string>& log) : Window(plan.className), log_(log) {
-    build(plan);
-  }
-
- protected:
-  Handler handlerFor(std::string_view control, std::string_view event) override {
-    const std::string entry = std::string(control) + "_" + std::string(event);
-    return [this, entry](const EventArgs& args) {
-      std::string line = entry;
-      for (const auto& arg : args) line += " " + std::to_string(std::get<std::int32_t>(arg));
-      log_.push_back(line);
-    };
-  }
-  void Event_Open() override { log_.push_back(className() + "_Open"); }
-  void Event_Close() override { log_.push_back(className() + "_Close"); }
-
- private:
-  std::vector<std::string>& log_;
-};
 
 WindowPlan levelWindowPlan() {
   return {"Levels",

@@ -129,16 +129,22 @@ QAction* makeAction(Application& app, const MenuItem& item, const std::function<
   const std::string name = item.Name;
   if (dynamic_cast<const QuitMenuItem*>(&item) != nullptr) {
     action->setMenuRole(QAction::QuitRole);
-    QObject::connect(action, &QAction::triggered, action, [quit] { quit(); });
-  } else if (const auto command = editCommandNamed(name)) {
+  } else if (dynamic_cast<const AppleMenuItem*>(&item) != nullptr) {
+    action->setMenuRole(QAction::AboutRole);
+  }
+  if (const auto command = editCommandNamed(name)) {
     QObject::connect(action, &QAction::triggered, action,
                      [command = *command] { edit(command, QApplication::focusWidget()); });
   } else {
-    if (dynamic_cast<const AppleMenuItem*>(&item) != nullptr) {
-      action->setMenuRole(QAction::AboutRole);
-    }
-    QObject::connect(action, &QAction::triggered, action,
-                     [&app, name] { chooseMenuItem(app, name); });
+    // A command with a handler runs it; the quit item without one runs the platform's quit.
+    const bool quits = dynamic_cast<const QuitMenuItem*>(&item) != nullptr;
+    QObject::connect(action, &QAction::triggered, action, [&app, name, quits, quit] {
+      if (quits && !app.hasMenuHandler(name)) {
+        quit();
+      } else {
+        chooseMenuItem(app, name);
+      }
+    });
   }
   return action;
 }

@@ -3,6 +3,7 @@
 #include <corvalta/platform/headless/headless_services.h>
 #include <corvalta/platform/qt/qt_view.h>
 
+#include "../../tests/log_window.h"
 #include "../src/list_widget.h"
 
 #include <gtest/gtest.h>
@@ -20,24 +21,6 @@ namespace corvalta::platform::qt {
 namespace {
 
 using headless::HeadlessServices;
-
-// A window whose handlers log "<control>_<event>".
-class LogWindow : public Window {
- public:
-  LogWindow(const WindowPlan& plan, std::vector<std::string>& log) : Window(plan.className), log_(log) {
-    build(plan);
-  }
-
- protected:
-  Handler handlerFor(std::string_view control, std::string_view event) override {
-    return [this, entry = std::string(control) + "_" + std::string(event)](const EventArgs&) {
-      log_.push_back(entry);
-    };
-  }
-
- private:
-  std::vector<std::string>& log_;
-};
 
 PropertyList at(const char* name, std::int32_t left, std::int32_t top, std::int32_t width,
                 std::int32_t height, PropertyList more = {}) {
@@ -185,9 +168,9 @@ TEST_F(QtViewTest, UserInputGoesIntoTheState) {
   QTest::keyClick(widget<QLineEdit>("Field"), Qt::Key_Escape);
   QTest::mouseClick(widget<QPushButton>("Stop"), Qt::LeftButton);
   // One TextChange per keystroke; Return presses the default button, Escape the cancel button.
-  const std::vector<std::string> expected = {"Hard_Action",      "Easy_Action", "Field_TextChange",
-                                             "Field_TextChange", "Go_Action",   "Stop_Action",
-                                             "Stop_Action"};
+  const std::vector<std::string> expected = {"Test_Open",        "Hard_Action", "Easy_Action",
+                                             "Field_TextChange", "Field_TextChange", "Go_Action",
+                                             "Stop_Action",      "Stop_Action"};
   EXPECT_EQ(log, expected);
 }
 
