@@ -114,14 +114,6 @@ TEST(ScoreTable, ClearScoresAsksAndThenEmptiesEveryRow) {
   }
 }
 
-// A box with no answer given takes its default button, which is Cancel.
-TEST(ScoreTable, ClearScoresDefaultsToCancel) {
-  TemporaryFolder folder;
-  StoreGame game(folder.path());
-  game.run("press ClearScores\n");
-  EXPECT_EQ(game.rows(), defaultRows());
-}
-
 // A cell the user edits is saved with the whole table at once; the columns are centred.
 TEST(ScoreTable, EditedCellIsSavedAtOnceAndColumnsAreCentred) {
   TemporaryFolder folder;

@@ -1,8 +1,4 @@
 #include <corvalta/platform/errors.h>
-#include <corvalta/platform/headless/headless_services.h>
-#include <corvalta/platform/menu_item.h>
-
-#include <memory>
 #include <stdexcept>
 
 #include "corvalta/store/program.h"
@@ -79,28 +75,6 @@ TEST(Program, ReportNamesTheExceptionClass) {
       {std::make_exception_ptr(42), "An exception of class int was not handled. The application must shut down."},
   };
   for (const Case& c : cases) EXPECT_EQ(unhandledExceptionReport(c.error), c.report);
-}
-
-// After the loop, finish lets go of the menu bar, Difficulty, R and Name and gives the exit
-// status the program quit with.
-TEST(Program, FinishLetsGoOfWhatTheRunHeld) {
-  TemporaryFolder folder;
-  platform::headless::HeadlessServices services(3);
-  platform::Application app(services.services());
-  app.setMenuBar(std::make_shared<platform::MenuItem>("MenuBar1"));
-  std::vector<std::string> reports;
-  Program program(app, posixSystemCalls(), folder.path(), [&](const std::string& text) { reports.push_back(text); });
-  program.start();
-  Module1.Name = "Ann";
-  EXPECT_EQ(Module1.Difficulty, "Easy");
-  app.dispatcher().call([] { throw std::logic_error("late"); });
-  EXPECT_EQ(program.finish(), 1);
-  EXPECT_EQ(reports.size(), 1u);
-  EXPECT_EQ(app.MenuBar(), nullptr);
-  EXPECT_EQ(Module1.Difficulty, "");
-  EXPECT_EQ(Module1.R, nullptr);
-  EXPECT_EQ(Module1.Name, "");
-  Module1 = {};
 }
 
 }  // namespace

@@ -35,14 +35,5 @@ TEST(TextInputStream, ReadsLinesOfEveryEndingAndEmptyPastTheEnd) {
   }
 }
 
-// Every line written ends in LF, the last one too, and nothing is added or trimmed.
-TEST(TextOutputStream, EndsEveryLineInLf) {
-  TextOutputStream out;
-  out.WriteLine("True");
-  out.WriteLine("");
-  out.WriteLine(" Very Hard ");
-  EXPECT_EQ(out.text(), "True\n\n Very Hard \n");
-}
-
 }  // namespace
 }  // namespace corvalta::store
