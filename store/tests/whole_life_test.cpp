@@ -8,19 +8,19 @@ using core::Module1;
 
 // A whole life on the driver: the first start makes the folder and both files with their
 // defaults; Very Hard, sound off and a top-ten game are on disk after the quit, and the next
-// start comes up with them, the level cell with its leading blank.
+// start comes up with them: the level cell with its leading blank, the name as typed.
 TEST(WholeLife, SettingsAndScoreSurviveARestart) {
   TemporaryFolder home;
   const std::string folder = home / "config";
   Rows table = defaultRows();
-  table.insert(table.begin(), {"Ann", " Very Hard", "10"});
+  table.insert(table.begin(), {"Zo\xc3\xab", " Very Hard", "10"});  // Zoë, typed
   table.pop_back();
   {
     StoreGame first(folder);
     EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "True\nEasy\n");
     EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(defaultRows()));
     first.run(std::string("press VeryHard\nmenu SoundSoundOff\n") + kRightAnswerAtVeryHard +
-              "advance 90000\ntype NameField Ann\npress Enter\n");
+              "advance 90000\ntype NameField Zo\xc3\xab\npress Enter\n");
     EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(table)) << "on disk at once";
     EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "True\nEasy\n") << "settings wait for the quit";
     first.run("quit\n");
