@@ -110,6 +110,7 @@ TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
     EXPECT_TRUE(game.window().control<platform::PushButton>("Start").Enabled());
     game.run("quit\n");
     EXPECT_EQ(game.session.app().exitCode(), 0);
+    EXPECT_TRUE(game.session.services().dialogs.shown().empty()) << "a failed save is never shown";
     EXPECT_EQ(fileBytes(folder / "corvalta.plist"), settings);
     EXPECT_EQ(fileBytes(folder / "corvalta-highscores.plist"), scores);
     EXPECT_EQ(folderEntries(folder.path()), entries);
