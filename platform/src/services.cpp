@@ -18,6 +18,8 @@ void playAndWait(const std::function<std::shared_ptr<Sound>()>& accessor) {
       {.deliverInput = false, .deadline = std::nullopt});
 }
 
+void Beep() { Application::current().sounds().Beep(); }
+
 MsgBoxStyle decodeMsgBoxButtons(std::int32_t code) {
   MsgBoxStyle style;
   switch (code & 7) {

@@ -2,6 +2,7 @@
 
 #include "sdl_clip.h"
 
+#include <QApplication>
 #include <QCoreApplication>
 
 #include <optional>
@@ -95,5 +96,7 @@ std::filesystem::path SdlSoundSystem::defaultResourceFolder() {
       QCoreApplication::applicationDirPath().toStdString();
   return executableFolder.parent_path() / "share" / "corvalta";
 }
+
+void SdlSoundSystem::Beep() { QApplication::beep(); }
 
 }  // namespace corvalta::platform::qt

@@ -23,7 +23,12 @@ class SoundSystem {
   virtual ~SoundSystem() = default;
   // The sound of that number, or no object when there is none.
   virtual std::shared_ptr<Sound> GetSound(std::int32_t number) = 0;
+  // The desktop's alert sound; returns at once.
+  virtual void Beep() = 0;
 };
+
+// Sounds the desktop's alert, as the update check does before it reports a failure.
+void Beep();
 
 // Plays the sound that `accessor` gives and waits until it has ended: the wait sleeps in the
 // event loop with input held back, and a timer tick that falls due meanwhile is delivered

@@ -31,13 +31,17 @@ class HeadlessSoundSystem : public SoundSystem {
                       std::map<std::int32_t, std::chrono::milliseconds> lengths);
 
   std::shared_ptr<Sound> GetSound(std::int32_t number) override;
+  void Beep() override { beeps_.push_back(loop_.elapsed()); }
   [[nodiscard]] const std::vector<Playback>& played() const { return played_; }
+  // The virtual times at which the alert sounded.
+  [[nodiscard]] const std::vector<std::chrono::milliseconds>& beeps() const { return beeps_; }
 
  private:
   class HeadlessSound;
   HeadlessEventLoop& loop_;
   std::map<std::int32_t, std::chrono::milliseconds> lengths_;
   std::vector<Playback> played_;
+  std::vector<std::chrono::milliseconds> beeps_;
 };
 
 // Dialogs answered from a queue, each shown one logged. An answer names a button: for a

@@ -21,6 +21,8 @@ class SdlSoundSystem final : public SoundSystem {
   ~SdlSoundSystem() override;
 
   std::shared_ptr<Sound> GetSound(std::int32_t number) override;
+  // The desktop's own alert, not SDL's: it follows the user's settings for alerts.
+  void Beep() override;
 
   // The game's data folder, share/corvalta beside the folder that holds the running
   // executable: bin/../share/corvalta when installed, the same inside a build tree.
