@@ -87,17 +87,15 @@ TEST(ManifestReader, AnHtmlPageReadsAsEmptyValues) {
   EXPECT_FALSE(isRunningVersion(m.CurrentVersion, 2, 1, 1));
 }
 
-// Versions are equal field by field as numbers, over the first three fields only.
+// Versions are equal field by field as numbers, over the first three fields only (the
+// table of published versions runs against a server in version_outcomes_test.cpp).
 TEST(VersionComparison, ComparesThreeNumericFieldsForEquality) {
   const struct {
     const char* published;
     bool same;
   } against211[] = {
-      {"2.1.1", true},     {"02.01.01", true},  {"2.1.1.7", true},  {"2.1.1 UB", true},
-      {"2.1", false},      {"2.1.0", false},    {"2.1.2", false},   {"2.0.9", false},
-      {"3", false},        {"", false},         {" 2.1.1", true},   {"2.1.1\n", true},
-      {"v2.1.1", false},   {"2..1.1", false},   {"1.1.1", false},   {"2.1.10", false},
-      {"-2.1.1", false},
+      {" 2.1.1", true}, {"2.1.1\n", true}, {"2.1.1-beta", true}, {"v2.1.1", false},
+      {"2..1.1", false}, {"1.1.1", false},  {"2.1.10", false},    {"-2.1.1", false},
   };
   for (const auto& c : against211) {
     EXPECT_EQ(isRunningVersion(c.published, 2, 1, 1), c.same) << '"' << c.published << '"';
