@@ -88,12 +88,15 @@ const CommandRegistration dump("dump", "dump", [](Session& s, const std::string&
   }
   QJsonArray urls;
   for (const auto& url : services.urls.opened()) urls.append(text(url));
+  QJsonArray beeps;
+  for (const auto& beep : services.sounds.beeps()) beeps.append(static_cast<qint64>(beep.count()));
   const QJsonObject state{{"time", static_cast<qint64>(services.loop.elapsed().count())},
                           {"windows", windows},
                           {"Module1", module1()},
                           {"sounds", sounds},
                           {"dialogs", dialogs},
-                          {"urls", urls}};
+                          {"urls", urls},
+                          {"beeps", beeps}};
   s.out() << QJsonDocument(state).toJson(QJsonDocument::Compact).toStdString() << '\n';
 });
 

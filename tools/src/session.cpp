@@ -2,9 +2,11 @@
 #include <corvalta/core/module1.h>
 #include <corvalta/core/sounds.h>
 #include <corvalta/core/window1.h>
+#include <corvalta/platform/app_info.h>
 #include <corvalta/shell/window_descriptions.h>
 #include <corvalta/tools/commands.h>
 #include <corvalta/tools/session.h>
+#include <corvalta/tools/update_check.h>
 
 #include <istream>
 #include <ostream>
@@ -45,6 +47,7 @@ Session::Session(std::uint64_t seed, std::ostream& out, std::ostream& err,
   app_.addMenuHandler("SoundSoundOn", [this] { return setSound(app_, true); });
   app_.addMenuHandler("SoundSoundOff", [this] { return setSound(app_, false); });
   services_.loop.setInputSource([this] { return runNextLine(); });
+  installUpdateCheck(*this, std::string(platform::app_info::updateManifestURL()));
   if (configurationFolder) {
     program_.emplace(app_, store::posixSystemCalls(), std::move(*configurationFolder),
                      [this](const std::string& report) { fail(report); });
