@@ -5,12 +5,15 @@
 #include <corvalta/platform/qt/qt_clock_service.h>
 #include <corvalta/platform/qt/qt_dialogs.h>
 #include <corvalta/platform/qt/qt_event_loop.h>
+#include <corvalta/platform/qt/qt_tcp_socket.h>
 #include <corvalta/platform/qt/qt_view.h>
 #include <corvalta/platform/qt/sdl_sound_system.h>
 #include <corvalta/shell/info_windows.h>
 #include <corvalta/shell/menus.h>
+#include <corvalta/shell/window_descriptions.h>
 #include <corvalta/store/preferences_folder.h>
 #include <corvalta/store/program.h>
+#include <corvalta/update/update_check.h>
 
 #include <QApplication>
 #include <QMessageBox>
@@ -20,6 +23,7 @@ namespace {
 namespace platform = corvalta::platform;
 namespace shell = corvalta::shell;
 namespace store = corvalta::store;
+namespace update = corvalta::update;
 
 }  // namespace
 
@@ -44,6 +48,8 @@ int main(int argc, char** argv) {
   app.setMenuBar(shell::makeMenuBar1());
   shell::addMenuHandlers(app);
   shell::registerInfoWindows(app);
+  update::registerUpdateWindow(app, {*shell::findWindowDescription("updateWindow"),
+                                     [] { return std::make_unique<platform::qt::QtTcpSocket>(); }});
   store::Program program(app, store::posixSystemCalls(),
                          store::configurationFolderPath(store::currentUserEnvironment()),
                          [](const std::string& text) {

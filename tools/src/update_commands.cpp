@@ -3,6 +3,7 @@
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/headless/real_time_tcp_socket.h>
 #include <corvalta/platform/qt/qt_tcp_socket.h>
+#include <corvalta/shell/info_windows.h>
 #include <corvalta/shell/window_descriptions.h>
 #include <corvalta/tools/commands.h>
 #include <corvalta/tools/session.h>
@@ -48,14 +49,19 @@ const CommandRegistration await("await-check",
 }  // namespace
 
 void installUpdateCheck(Session& session, std::string manifestURL) {
+  auto& app = session.app();
   auto& loop = session.services().loop;
-  update::installUpdateCheck(
-      session.app(), {description("selfTest"), description("updateWindow"),
-                      [&loop] {
-                        return std::make_unique<platform::headless::RealTimeTcpSocket>(
-                            std::make_unique<platform::qt::QtTcpSocket>(), loop);
-                      },
-                      std::move(manifestURL)});
+  shell::registerInfoWindows(app);
+  app.addMenuHandler("CheckForUpdateCheckNow", [&app] {
+    app.implicitInstance("selfTest").Show();
+    return false;
+  });
+  update::registerUpdateWindow(app, {description("updateWindow"),
+                                     [&loop] {
+                                       return std::make_unique<platform::headless::RealTimeTcpSocket>(
+                                           std::make_unique<platform::qt::QtTcpSocket>(), loop);
+                                     },
+                                     std::move(manifestURL)});
 }
 
 }  // namespace corvalta::tools

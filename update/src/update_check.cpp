@@ -1,23 +1,12 @@
-#include <corvalta/update/self_test.h>
 #include <corvalta/update/update_check.h>
 #include <corvalta/update/update_window.h>
 
 namespace corvalta::update {
 
-void installUpdateCheck(platform::Application& app, UpdateCheckSetup setup) {
-  app.registerWindowClass("selfTest", [description = setup.selfTestDescription] {
-    return std::make_unique<selfTest>(description);
-  });
+void registerUpdateWindow(platform::Application& app, UpdateWindowSetup setup) {
   app.registerWindowClass("updateWindow", [setup = std::move(setup)] {
-    return std::make_unique<updateWindow>(setup.updateWindowDescription, setup.newSocket,
-                                          setup.manifestURL);
-  });
-  app.addMenuHandler("CheckForUpdateCheckNow", [] {
-    CheckForUpdateCheckNow();
-    return true;
+    return std::make_unique<updateWindow>(setup.description, setup.newSocket, setup.manifestURL);
   });
 }
-
-void CheckForUpdateCheckNow() { selfTest::instance().Show(); }
 
 }  // namespace corvalta::update

@@ -4,6 +4,8 @@
 #include <corvalta/platform/headless/real_time_tcp_socket.h>
 #include <corvalta/platform/qt/qt_tcp_socket.h>
 #include <corvalta/platform/user_input.h>
+#include <corvalta/shell/info_windows.h>
+#include <corvalta/shell/menus.h>
 #include <corvalta/shell/window_descriptions.h>
 #include <corvalta/update/update_check.h>
 
@@ -98,13 +100,16 @@ UpdateCheckHarness::UpdateCheckHarness(std::string manifestURL)
       ADD_FAILURE() << "a handler threw: " << e.what();
     }
   });
+  // As the program does: the menu commands, the shell's windows with selfTest, updateWindow.
+  shell::addMenuHandlers(app_);
+  shell::registerInfoWindows(app_);
   auto& loop = services_.loop;
-  installUpdateCheck(app_, {description("selfTest"), description("updateWindow"),
-                            [&loop] {
-                              return std::make_unique<platform::headless::RealTimeTcpSocket>(
-                                  std::make_unique<platform::qt::QtTcpSocket>(), loop);
-                            },
-                            std::move(manifestURL)});
+  registerUpdateWindow(app_, {description("updateWindow"),
+                              [&loop] {
+                                return std::make_unique<platform::headless::RealTimeTcpSocket>(
+                                    std::make_unique<platform::qt::QtTcpSocket>(), loop);
+                              },
+                              std::move(manifestURL)});
   services_.loop.setInputSource([this] {
     if (pending_.empty()) return false;
     const Step step = std::move(pending_.front());

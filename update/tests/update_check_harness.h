@@ -24,8 +24,9 @@ class Journal : public platform::ViewObserver {
   std::vector<std::string> updateWindowAtDialogs;
 };
 
-// The update check on the headless view with real sockets: the application with selfTest and
-// updateWindow registered, fetching from `manifestURL`, and services that write to the journal.
+// The update check on the headless view with real sockets: the application with the
+// program's menu commands, selfTest and updateWindow, fetching from `manifestURL`, and
+// services that write to the journal.
 // Dialogs take their answers from answer(); one that finds none takes its default button.
 class UpdateCheckHarness {
  public:

@@ -9,19 +9,14 @@
 
 namespace corvalta::update {
 
-struct UpdateCheckSetup {
-  platform::WindowDescription selfTestDescription;
-  platform::WindowDescription updateWindowDescription;
+struct UpdateWindowSetup {
+  platform::WindowDescription description;
   SocketFactory newSocket;
   // Where the manifest is fetched: the build's update server unless a test names another.
   std::string manifestURL = std::string(platform::app_info::updateManifestURL());
 };
 
-// Registers the window classes selfTest and updateWindow and the menu command
-// "CheckForUpdateCheckNow" ("Check Now"), which shows selfTest.
-void installUpdateCheck(platform::Application& app, UpdateCheckSetup setup);
-
-// What "Check Now" does: shows the one selfTest window, made when there is none.
-void CheckForUpdateCheckNow();
+// Makes the window class updateWindow known to the application; selfTest's button shows it.
+void registerUpdateWindow(platform::Application& app, UpdateWindowSetup setup);
 
 }  // namespace corvalta::update
