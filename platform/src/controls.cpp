@@ -7,23 +7,22 @@
 
 #include <string>
 
+#include "character_class.h"
+
 namespace corvalta::platform {
 namespace {
 
 // Whether the user may type `character` at `position` of a field with `mask`. "A" takes a
-// letter or a digit, "a" or "?" any character but a control character, "0", "9" and "#" a
-// digit; past the end of a mask nothing goes in. An empty mask takes everything.
+// letter or a digit of any script, "a" or "?" any printable character, "0", "9" and "#" a
+// digit; past the end of a mask nothing goes in. An empty mask takes everything. A tab or a
+// line end, Unicode's own line separators included, is in none of these classes.
 bool maskAdmits(std::string_view mask, std::int32_t position, std::string_view character) {
   if (mask.empty()) return true;
   if (position >= Len(mask)) return false;
   const std::string place = Mid(mask, position + 1, 1);
-  const auto c = static_cast<unsigned char>(character.front());
-  const bool control = character.size() == 1 && (c < 0x20 || c == 0x7F);
-  const bool digit = c >= '0' && c <= '9';
-  const bool letter = character.size() > 1 || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-  if (place == "A") return letter || digit;
-  if (place == "0" || place == "9" || place == "#") return digit;
-  return !control;
+  if (place == "A") return isLetterOrDigit(character);
+  if (place == "0" || place == "9" || place == "#") return isDigit(character);
+  return isPrintable(character);
 }
 
 }  // namespace
