@@ -75,18 +75,6 @@ TEST(ManifestReader, FreeIsExactlyYes) {
   for (const auto& c : cases) EXPECT_EQ(readManifest(c.page).Free, c.free) << c.page;
 }
 
-// A page that is no manifest reads as all empty: version 0.0.0, paid, nowhere to download.
-TEST(ManifestReader, AnHtmlPageReadsAsEmptyValues) {
-  const Manifest m = readManifest(
-      "<html>\r\n<head><title>404 Not Found</title></head>\r\n<body>\r\n"
-      "<center><h1>404 Not Found</h1></center>\r\n</body>\r\n</html>\r\n");
-  EXPECT_EQ(m.CurrentVersion, "");
-  EXPECT_EQ(m.Description, "");
-  EXPECT_FALSE(m.Free);
-  EXPECT_EQ(m.DownloadURLOSX, "");
-  EXPECT_FALSE(isRunningVersion(m.CurrentVersion, 2, 1, 1));
-}
-
 // Versions are equal field by field as numbers, over the first three fields only (the
 // table of published versions runs against a server in version_outcomes_test.cpp).
 TEST(VersionComparison, ComparesThreeNumericFieldsForEquality) {
