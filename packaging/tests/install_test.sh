@@ -19,11 +19,12 @@ expected=("$desktop_file" "$metainfo" "share/icons/hicolor/scalable/apps/$app_id
 for size in "${icon_sizes[@]}"; do
   expected+=("share/icons/hicolor/${size}x${size}/apps/$app_id.png")
 done
-[[ $has_program == 1 ]] && expected+=(bin/corvalta)
+if [[ $has_program == 1 ]]; then
+  expected+=(bin/corvalta share/corvalta/OK3.wav share/corvalta/Microwave.wav share/corvalta/Applause.wav)
+fi
 
-# The expected files and nothing else, apart from the game's own data folder.
-diff <(printf '%s\n' "${expected[@]}" | sort) \
-     <(cd "$prefix" && find . ! -type d -printf '%P\n' | grep -v '^share/corvalta/' | sort) ||
+# The expected files and nothing else.
+diff <(printf '%s\n' "${expected[@]}" | sort) <(cd "$prefix" && find . ! -type d -printf '%P\n' | sort) ||
   fail "the installed files differ from the expected ones (< missing, > unexpected)"
 
 # A PNG keeps its width and height as big-endian numbers at bytes 16 to 23.
