@@ -121,7 +121,7 @@ TEST_F(MainWindowView, HelpWrapsAndTextStaysReadableInTheDark) {
   dark.setColor(QPalette::Window, Qt::black);
   dark.setColor(QPalette::WindowText, Qt::white);
   QApplication::setPalette(dark);
-  platform::qt::useLightLook(*qApp);
+  platform::qt::useLightLook();
   EXPECT_GT(QApplication::palette().color(QPalette::Window).lightness(), 200);
   EXPECT_LT(QApplication::palette().color(QPalette::WindowText).lightness(), 60);
 

@@ -6,12 +6,11 @@
 
 namespace corvalta::platform::qt {
 
-void useLightLook(QApplication& app) {
+void useLightLook() {
   if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) {
     QApplication::setStyle(fusion);
   }
   QApplication::setPalette(QApplication::style()->standardPalette());
-  app.setQuitOnLastWindowClosed(false);
 }
 
 }  // namespace corvalta::platform::qt

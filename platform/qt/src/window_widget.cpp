@@ -132,19 +132,27 @@ void WindowWidget::userEdited(const std::string& name, const QString& text) {
   // The input may run later; by then this widget may be gone, or stand for a closed window.
   app_.dispatcher().input(className_, [self = QPointer(this), window = window_, name,
                                        typed = fromDisplayText(text)] {
-    if (self == nullptr || self->window_ != window || window == nullptr) {
+    WindowWidget* widget = self.data();
+    if (widget == nullptr) {
       return;
     }
-    auto* field = dynamic_cast<EditField*>(window->controlByName(name));
-    if (field == nullptr) {
-      return;
-    }
-    self->muted_ = field;
-    field->userEdit(typed);
-    self->muted_ = nullptr;
-    // The field may have refused part of the typing (its mask, its limit): show what it took.
-    self->showControlProperty(*field, "Text");
+    widget->enterEdit(window, name, typed);
   });
+}
+
+void WindowWidget::enterEdit(const Window* window, const std::string& name, const std::string& typed) {
+  if (window_ != window || window == nullptr) {
+    return;
+  }
+  auto* field = dynamic_cast<EditField*>(window->controlByName(name));
+  if (field == nullptr) {
+    return;
+  }
+  muted_ = field;
+  field->userEdit(typed);
+  muted_ = nullptr;
+  // The field may have refused part of the typing (its mask, its limit): show what it took.
+  showControlProperty(*field, "Text");
 }
 
 void WindowWidget::userFocused(QWidget* now) {

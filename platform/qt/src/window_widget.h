@@ -39,6 +39,7 @@ class WindowWidget final : public QWidget {
   void addControl(PaneChild& child);
   void connectInput(PaneChild& child, QWidget* widget);
   void userEdited(const std::string& name, const QString& text);
+  void enterEdit(const Window* window, const std::string& name, const std::string& typed);
   void userFocused(QWidget* now);
   bool handleKey(QKeyEvent* event);
   void showEnabledStates();

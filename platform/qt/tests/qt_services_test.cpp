@@ -54,9 +54,9 @@ TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
   ::setenv("SDL_AUDIODRIVER", "dummy", 1);
   QTemporaryDir folder;
   ASSERT_TRUE(folder.isValid());
-  {
-    // 0.2 s of silence, 8-bit mono at 8000 Hz.
-    std::ofstream wav(folder.filePath("OK3.wav").toStdString(), std::ios::binary);
+  for (const char* name : {"OK3.wav", "Microwave.wav"}) {
+    // 0.2 s of silence, 8-bit mono at 8000 Hz: the player converts it to its own format.
+    std::ofstream wav(folder.filePath(name).toStdString(), std::ios::binary);
     const std::uint32_t samples = 1600;
     const auto put = [&wav](std::uint32_t value, int bytes) {
       for (int k = 0; k < bytes; ++k) wav.put(static_cast<char>(value >> (8 * k)));
@@ -83,6 +83,13 @@ TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
   EXPECT_TRUE(loop.waitUntil([&] { return !sound->IsPlaying(); },
                              {.deliverInput = false, .deadline = start + 10s}));
   EXPECT_GE(clock.now() - start, 200ms);
+
+  // A sound started while another plays takes the device; both come to an end.
+  const auto other = sounds.GetSound(170);
+  sound->Play();
+  other->Play();
+  EXPECT_TRUE(loop.waitUntil([&] { return !sound->IsPlaying() && !other->IsPlaying(); },
+                             {.deliverInput = false, .deadline = clock.now() + 10s}));
 
   // Applause.wav is not in the folder: a sound that plays in silence and ends at once.
   const auto missing = sounds.GetSound(169);

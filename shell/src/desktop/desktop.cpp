@@ -1,4 +1,5 @@
-// The desktop game: the view state on Qt widgets, sound through SDL2.
+#include "desktop.h"
+
 #include <corvalta/platform/app_info.h>
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/qt/light_look.h>
@@ -18,21 +19,29 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include <cstdlib>
+
+namespace corvalta::shell {
 namespace {
 
-namespace platform = corvalta::platform;
-namespace shell = corvalta::shell;
-namespace store = corvalta::store;
-namespace update = corvalta::update;
+std::function<std::shared_ptr<platform::Random>()> randomSource() {
+  const char* seed = std::getenv("CORVALTA_SEED");
+  if (seed == nullptr || *seed == '\0') {
+    return {};
+  }
+  return [value = std::strtoull(seed, nullptr, 10)] { return std::make_shared<platform::Random>(value); };
+}
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   QApplication qt(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Corvalta"));
   QApplication::setApplicationVersion(QString::fromUtf8(platform::app_info::ShortVersion()));
   QApplication::setDesktopFileName(QStringLiteral("example.dunmere.corvalta"));
-  platform::qt::useLightLook(qt);
+  platform::qt::useLightLook();
+  // Only the main window's Close ends the program.
+  QApplication::setQuitOnLastWindowClosed(false);
 
   platform::qt::QtEventLoop loop;
   platform::qt::QtClockService clock;
@@ -40,15 +49,15 @@ int main(int argc, char** argv) {
                                       clock);
   platform::qt::QtDialogs dialogs;
   platform::qt::QtUrlOpener urls;
-  platform::Application app({loop, clock, sounds, dialogs, urls, {}});
+  platform::Application app({loop, clock, sounds, dialogs, urls, randomSource()});
   platform::qt::QtView view(app);
   view.setMenuBarWindow("Window1");
   app.setObserver(&view);
 
-  app.setMenuBar(shell::makeMenuBar1());
-  shell::addMenuHandlers(app);
-  shell::registerInfoWindows(app);
-  update::registerUpdateWindow(app, {*shell::findWindowDescription("updateWindow"),
+  app.setMenuBar(makeMenuBar1());
+  addMenuHandlers(app);
+  registerInfoWindows(app);
+  update::registerUpdateWindow(app, {*findWindowDescription("updateWindow"),
                                      [] { return std::make_unique<platform::qt::QtTcpSocket>(); }});
   store::Program program(app, store::posixSystemCalls(),
                          store::configurationFolderPath(store::currentUserEnvironment()),
@@ -58,7 +67,12 @@ int main(int argc, char** argv) {
                          });
   program.start();
   if (!app.quitRequested()) {
+    if (ready) {
+      ready(app);
+    }
     QApplication::exec();
   }
   return program.finish();
 }
+
+}  // namespace corvalta::shell

@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# Contract: with a sound server, a right answer puts the chime on the server's output and a
+# wrong answer puts nothing there; with no sound server at all, a whole game with sound on
+# plays through (the time-up signal, the name entry, the applause) and its score is saved.
+#   usage: desktop_sound_test.sh <build dir>
+set -euo pipefail
+source "$(dirname "$0")/x_session.sh" "$1"
+
+export CORVALTA_SEED=23
+mapfile -t problems < <(answers 2)
+start_xvfb
+
+submit() {
+  local x y answer
+  read -r x y answer <<<"$1"
+  xdotool type --delay 20 "$x"
+  xdotool key Tab
+  xdotool type --delay 20 "$y"
+  xdotool key Tab
+  xdotool type --delay 20 "$answer"
+  xdotool key Return
+}
+
+# The loudness of a recording of 16-bit mono samples, as sox measures it (0 to 1).
+loudness() {
+  sox -t raw -r 44100 -e signed -b 16 -c 1 "$1" -n stat 2>&1 | awk '/^RMS +amplitude/ { print $3 }'
+}
+
+# Records the server's output while a problem is answered: record <problem line> <file>
+record() {
+  parec --device=corvalta_test.monitor --format=s16le --rate=44100 --channels=1 --raw >"$2" &
+  local recorder=$!
+  sleep 0.5
+  submit "$1"
+  sleep 1.5
+  kill "$recorder"
+  wait "$recorder" 2>/dev/null || true
+}
+
+# A sound server of our own whose one output is a null sink. Without norewinds=1 the sink's
+# monitor loses the start of short streams.
+pulse=$work/pulse
+mkdir -p "$pulse"
+cat >"$pulse/default.pa" <<PA
+load-module module-null-sink sink_name=corvalta_test norewinds=1
+load-module module-native-protocol-unix socket=$pulse/native auth-anonymous=1
+set-default-sink corvalta_test
+PA
+HOME=$pulse PULSE_RUNTIME_PATH=$pulse pulseaudio -n -F "$pulse/default.pa" --daemonize=no \
+  --exit-idle-time=-1 --log-target=stderr 2>"$pulse/log" &
+pids+=($!)
+export PULSE_SERVER=unix:$pulse/native
+for tries in $(seq 100); do
+  pactl info >/dev/null 2>&1 && break
+  sleep 0.1
+done
+pactl info >/dev/null 2>&1 || fail "the sound server did not start: $(cat "$pulse/log")"
+
+start_game
+xdotool key Return
+sleep 1
+read -r x y answer <<<"${problems[0]}"
+record "$x $y $((answer + 1))" "$work/wrong.raw"
+record "${problems[1]}" "$work/right.raw"
+wrong=$(loudness "$work/wrong.raw")
+right=$(loudness "$work/right.raw")
+echo "loudness: wrong answer $wrong, right answer $right"
+awk -v level="$wrong" 'BEGIN { exit !(level < 0.001) }' || fail "a wrong answer made a sound"
+awk -v level="$right" 'BEGIN { exit !(level > 0.01) }' || fail "the right answer put no sound out"
+xdotool key ctrl+q
+wait_for_exit "$game_pid" 30
+[[ $game_status == 0 ]] || fail "the game ended with status $game_status: $(cat "$work/game.log")"
+
+# No sound server, and none to be started on demand: the sounds go nowhere, or to SDL's
+# dummy driver, and the game must not wait for them forever.
+kill "${pids[-1]}" 2>/dev/null || true
+unset PULSE_SERVER
+printf 'autospawn = no\n' >"$work/client.conf"
+export PULSE_CLIENTCONFIG=$work/client.conf PULSE_RUNTIME_PATH=$work/no-pulse
+rm -rf "$work/config"
+start_game
+xdotool key Return
+sleep 1
+submit "${problems[0]}"
+# The game lasts 90 seconds; then the time-up signal, then the name entry for the new score.
+sleep 88
+congratulations=$(timeout 60 xdotool search --sync --onlyvisible --name '^Congratulations!$' | head -n1) ||
+  fail "the name entry did not come: $(cat "$work/game.log")"
+xdotool windowfocus --sync "$congratulations"
+xdotool key Tab
+xdotool type --delay 20 Tester
+xdotool key Tab space
+sleep 3
+xdotool windowfocus --sync "$window"
+xdotool key ctrl+q
+wait_for_exit "$game_pid" 30
+[[ $game_status == 0 ]] || fail "the game ended with status $game_status: $(cat "$work/game.log")"
+head -n1 "$XDG_CONFIG_HOME/corvalta-highscores.plist" | grep -qx $'Tester\tEasy\t1' ||
+  fail "the score was not saved: $(cat "$XDG_CONFIG_HOME/corvalta-highscores.plist")"
+echo "PASS"
