@@ -11,6 +11,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace corvalta::platform::qt {
 
 QtView::QtView(Application& app) : app_(app) {}
@@ -58,15 +60,20 @@ void QtView::windowShown(Window& window, bool modal) {
 }
 
 // A window other than the main one opens beside it, to the right where the screen has room,
-// so that the game stays in sight.
+// so that the game stays in sight; each further one a step down and to the right, so that
+// none hides another.
 void QtView::placeBesideMainWindow(QWidget* top) const {
   const QWidget* main = topLevel(menuBarWindow_);
   if (main == nullptr || !main->isVisible()) {
     return;
   }
+  const auto others = std::count_if(windows_.begin(), windows_.end(), [&](const auto& entry) {
+    return entry.second != top && entry.second != main && entry.second->isVisible();
+  });
+  const int step = 28 * static_cast<int>(others);
   const auto frame = main->frameGeometry();
   const auto size = top->sizeHint();
-  QPoint at(frame.right() + 12, frame.top());
+  QPoint at(frame.right() + 12 + step, frame.top() + step);
   if (const QScreen* screen = main->screen()) {
     const auto room = screen->availableGeometry();
     if (at.x() + size.width() > room.right()) {
