@@ -17,20 +17,8 @@ start_game
 grab_time() { grab_part "$1" 200 230 130 100; }
 grab_points() { grab_part "$1" 350 260 52 70; }
 differ() { ! cmp -s "$1" "$2"; }
-
-# Types the three fields of a problem and submits: "X Y ANSWER".
-submit() {
-  local x y answer
-  read -r x y answer <<<"$1"
-  xdotool type --delay 20 "$x"
-  xdotool key Tab
-  xdotool type --delay 20 "$y"
-  xdotool key Tab
-  xdotool type --delay 20 "$answer"
-  xdotool key Return
-  # Long enough for the chime of a right answer, on a device or on the dummy driver.
-  sleep 1
-}
+# Submits, then leaves time for the chime of a right answer, on a device or the dummy driver.
+submit_and_wait() { submit "$1"; sleep 1; }
 
 grab_time "$work/time-idle.png"
 grab_points "$work/points-0.png"
@@ -42,16 +30,16 @@ grab_time "$work/time-2.png"
 differ "$work/time-idle.png" "$work/time-1.png" || fail "Start did not start the countdown"
 differ "$work/time-1.png" "$work/time-2.png" || fail "the countdown does not count"
 
-submit "${problems[0]}"
+submit_and_wait "${problems[0]}"
 grab_points "$work/points-1.png"
 differ "$work/points-0.png" "$work/points-1.png" || fail "a right answer did not score"
 
 read -r x y answer <<<"${problems[1]}"
-submit "$x $y $((answer + 1))"
+submit_and_wait "$x $y $((answer + 1))"
 grab_points "$work/points-2.png"
 cmp -s "$work/points-1.png" "$work/points-2.png" || fail "a wrong answer scored"
 
-submit "${problems[2]}"
+submit_and_wait "${problems[2]}"
 grab_points "$work/points-3.png"
 differ "$work/points-2.png" "$work/points-3.png" || fail "the second right answer did not score"
 

@@ -10,17 +10,6 @@ export CORVALTA_SEED=23
 mapfile -t problems < <(answers 2)
 start_xvfb
 
-submit() {
-  local x y answer
-  read -r x y answer <<<"$1"
-  xdotool type --delay 20 "$x"
-  xdotool key Tab
-  xdotool type --delay 20 "$y"
-  xdotool key Tab
-  xdotool type --delay 20 "$answer"
-  xdotool key Return
-}
-
 # The loudness of a recording of 16-bit mono samples, as sox measures it (0 to 1).
 loudness() {
   sox -t raw -r 44100 -e signed -b 16 -c 1 "$1" -n stat 2>&1 | awk '/^RMS +amplitude/ { print $3 }'

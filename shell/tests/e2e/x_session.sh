@@ -63,6 +63,19 @@ wait_for_exit() {
   wait "$1" || game_status=$?
 }
 
+# Types the three fields of a problem, with Tab between them, and submits with Return:
+# submit "X Y ANSWER"
+submit() {
+  local x y answer
+  read -r x y answer <<<"$1"
+  xdotool type --delay 20 "$x"
+  xdotool key Tab
+  xdotool type --delay 20 "$y"
+  xdotool key Tab
+  xdotool type --delay 20 "$answer"
+  xdotool key Return
+}
+
 # The answers to the game's problems at Easy: the driver draws the same problems from the same
 # seed. Prints "X Y MyAnswer" per line.
 answers() {
