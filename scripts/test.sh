@@ -12,7 +12,12 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 export LSAN_OPTIONS="suppressions=$PWD/scripts/lsan.supp:print_suppressions=0"
 export QT_QPA_PLATFORM=offscreen
 
-cmake -S . -B build/test -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCORVALTA_SANITIZE=ON -DCORVALTA_WERROR=ON
+# The program under test asks a server on this machine for its updates, so that the end-to-end
+# test can serve it; the port follows from the checkout's path, so that checkouts side by side
+# don't meet, and lies below the ports the system hands out for outgoing connections.
+update_port=$((20000 + $(printf '%s' "$PWD" | cksum | cut -d' ' -f1) % 12000))
+cmake -S . -B build/test -G Ninja -DCMAKE_BUILD_TYPE=Debug -DCORVALTA_SANITIZE=ON -DCORVALTA_WERROR=ON \
+  -DCORVALTA_UPDATE_HOST=127.0.0.1 -DCORVALTA_UPDATE_PORT="$update_port"
 cmake --build build/test -j "$jobs"
 ctest --test-dir build/test --output-on-failure -j "$jobs" --timeout 600
 

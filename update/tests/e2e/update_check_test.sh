@@ -1,0 +1,123 @@
+#!/usr/bin/env bash
+# Contract: the real program, built to ask 127.0.0.1:<port> for its manifest, under X with
+# nginx serving deploy/ as it stands: the menu's "Check Now" shows selfTest, its default button
+# "Check for Updates" brings up updateWindow and the prompt for the sample manifest, and no
+# selfTest is left. The download button hands the manifest's download address to the browser
+# and updateWindow closes; "Go to Website" hands the server's home page to the browser and
+# updateWindow stays until its Cancel. A stand-in browser first on PATH records what it gets
+# (Qt opens addresses with xdg-open).
+#   usage: update_check_test.sh <build dir> <source dir> <port>
+set -euo pipefail
+source "$2/shell/tests/e2e/x_session.sh" "$1"
+source_dir=$2
+port=$3
+
+serve_deploy() {
+  local home=$work/nginx
+  mkdir -p "$home"
+  cat >"$home/nginx.conf" <<CONF
+daemon off; master_process off; worker_processes 1;
+pid $home/nginx.pid; error_log $home/error.log warn;
+events { worker_connections 64; }
+http {
+  access_log off;
+  client_body_temp_path $home/body; proxy_temp_path $home/proxy;
+  fastcgi_temp_path $home/fastcgi; uwsgi_temp_path $home/uwsgi; scgi_temp_path $home/scgi;
+  server {
+    listen 127.0.0.1:$port;
+    root $source_dir/deploy/www;
+    include $source_dir/deploy/nginx/corvalta-updates.conf;
+  }
+}
+CONF
+  nginx -p "$home" -e "$home/error.log" -c "$home/nginx.conf" &
+  pids+=($!)
+  local tries
+  for tries in $(seq 100); do
+    curl -sf -o /dev/null "http://127.0.0.1:$port/Updates/corvalta.xml" && return
+    sleep 0.05
+  done
+  fail "nginx did not serve the manifest on port $port: $(cat "$home/error.log")"
+}
+
+# The id of the visible window of that title, or nothing.
+visible() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n1 || true; }
+await_window() {
+  timeout 30 xdotool search --sync --onlyvisible --name "^$1\$" 2>/dev/null | head -n1 ||
+    fail "no window \"$1\" came up: $(cat "$work/game.log")"
+}
+await_gone() {
+  local tries
+  for tries in $(seq 100); do
+    [[ -z $(visible "$1") ]] && return
+    sleep 0.05
+  done
+  fail "the window \"$1\" is still up"
+}
+# Waits for the browser's line number $1 and prints it.
+browser_line() {
+  local tries
+  for tries in $(seq 100); do
+    if [[ $(wc -l <"$work/browser.log") -ge $1 ]]; then
+      sed -n "${1}p" "$work/browser.log"
+      return
+    fi
+    sleep 0.05
+  done
+  fail "the browser got no address number $1: $(cat "$work/browser.log")"
+}
+
+# From the main window's menu bar to the prompt: File is the first title; three steps right is
+# "Check For Update", whose first and only entry is "Check Now".
+check_for_updates() {
+  xdotool windowfocus --sync "$window"
+  xdotool mousemove --window "$window" 15 10 click 1
+  sleep 0.3
+  xdotool key Right Right Right Return
+  local door
+  door=$(await_window "Self Test")
+  xdotool windowfocus --sync "$door"
+  xdotool key Return
+  prompt=$(await_window "New version available!")
+  [[ -n $(visible "Update") ]] || fail "updateWindow is not up behind the prompt"
+  [[ -z $(visible "Self Test") ]] || fail "selfTest is still up"
+  xdotool windowfocus --sync "$prompt"
+}
+
+download=$(sed -n 's:.*<DownloadURLOSX>\(.*\)</DownloadURLOSX>.*:\1:p' \
+  "$source_dir/deploy/www/Updates/corvalta.xml")
+[[ -n $download ]] || fail "the sample manifest names no download"
+
+mkdir -p "$work/bin"
+: >"$work/browser.log"
+printf '#!/bin/sh\nprintf "%%s\\n" "$*" >>"%s"\n' "$work/browser.log" >"$work/bin/xdg-open"
+chmod +x "$work/bin/xdg-open"
+export PATH=$work/bin:$PATH
+
+serve_deploy
+start_xvfb
+start_game
+
+# The download button is the prompt's default.
+check_for_updates
+xdotool key Return
+[[ $(browser_line 1) == "$download" ]] || fail "the download went to $(browser_line 1)"
+await_gone "Update"
+
+# "Go to Website" follows the default button in the prompt's order of focus.
+check_for_updates
+xdotool key Tab space
+[[ $(browser_line 2) == "http://127.0.0.1:$port/" ]] || fail "the web site was $(browser_line 2)"
+sleep 0.5
+update=$(visible "Update")
+[[ -n $update ]] || fail "updateWindow closed after Go to Website"
+xdotool windowfocus --sync "$update"
+xdotool key Return
+await_gone "Update"
+[[ $(wc -l <"$work/browser.log") == 2 ]] || fail "the browser got more: $(cat "$work/browser.log")"
+
+xdotool windowfocus --sync "$window"
+xdotool key ctrl+q
+wait_for_exit "$game_pid" 30
+[[ $game_status == 0 ]] || fail "the game ended with status $game_status: $(cat "$work/game.log")"
+echo "PASS"
