@@ -40,12 +40,12 @@ class SdlAudioSession {
   [[nodiscard]] SDL_AudioDeviceID device() const { return device_; }
   // The format every clip is converted to; SDL converts it further to what the device takes.
   static SDL_AudioSpec format() {
-    SDL_AudioSpec spec{};
-    spec.freq = 44100;
-    spec.format = AUDIO_S16SYS;
-    spec.channels = 1;
-    spec.samples = 1024;
-    return spec;
+    SDL_AudioSpec audioFormat{};
+    audioFormat.freq = 44100;
+    audioFormat.format = AUDIO_S16SYS;
+    audioFormat.channels = 1;
+    audioFormat.samples = 1024;
+    return audioFormat;
   }
   static int bytesPerSecond() { return format().freq * format().channels * 2; }
 
@@ -78,16 +78,16 @@ std::unique_ptr<SdlClip> SdlClip::load(const std::filesystem::path& file) {
   if (!session) {
     return nullptr;
   }
-  SDL_AudioSpec spec{};
+  SDL_AudioSpec audioFormat{};
   std::uint8_t* data = nullptr;
   std::uint32_t size = 0;
-  if (SDL_LoadWAV(file.c_str(), &spec, &data, &size) == nullptr) {
+  if (SDL_LoadWAV(file.c_str(), &audioFormat, &data, &size) == nullptr) {
     std::fprintf(stderr, "corvalta: cannot read %s: %s\n", file.c_str(), SDL_GetError());
     return nullptr;
   }
   const SDL_AudioSpec target = SdlAudioSession::format();
   SDL_AudioCVT cvt{};
-  if (SDL_BuildAudioCVT(&cvt, spec.format, spec.channels, spec.freq, target.format,
+  if (SDL_BuildAudioCVT(&cvt, audioFormat.format, audioFormat.channels, audioFormat.freq, target.format,
                         target.channels, target.freq) < 0) {
     std::fprintf(stderr, "corvalta: cannot convert %s: %s\n", file.c_str(), SDL_GetError());
     SDL_FreeWAV(data);
