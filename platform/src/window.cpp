@@ -109,8 +109,10 @@ void Window::Close() {
   // A closed window holds no controls: a late look-up finds nothing.
   order_.clear();
   focus_ = nullptr;
-  application_.windowClosed(*this);
-  application_.loop().wake();
+  // Outside any handler the application frees this window at once, members and all.
+  Application& application = application_;
+  application.windowClosed(*this);
+  application.loop().wake();
 }
 
 Control* Window::defaultButton() const {

@@ -153,6 +153,12 @@ TEST_F(ViewStateTest, CloseEndsTheInstance) {
   EXPECT_EQ(app.liveWindow("Levels"), nullptr);
   Window& second = window();
   EXPECT_EQ(second.control<EditField>("Field").Text(), "");
+
+  // Closed from outside any handler, the window is freed inside Close itself.
+  log.clear();
+  second.Close();
+  EXPECT_EQ(log, (std::vector<std::string>{"Levels_Close"}));
+  EXPECT_EQ(app.liveWindow("Levels"), nullptr);
 }
 
 }  // namespace
