@@ -29,16 +29,20 @@ Dispatcher::Delivery Dispatcher::event(std::function<void()> action) {
   return arrive({false, {}, std::move(action)});
 }
 
+bool Dispatcher::deliversNow() const {
+  if (waits_.empty()) return depth_ == 0;
+  return waits_.back().deliverInput && depth_ == waits_.back().depth;
+}
+
 Dispatcher::Delivery Dispatcher::arrive(Pending pending) {
-  const bool now = waits_.empty() ? depth_ == 0 : waits_.back().deliverInput;
-  if (!now) {
+  if (!deliversNow()) {
     held_.push_back(std::move(pending));
     loop_.wake();
     return Delivery::Held;
   }
   if (refuses(pending)) return Delivery::Refused;
   deliver(pending.action);
-  drainIfIdle();
+  drainHeld();
   return Delivery::Delivered;
 }
 
@@ -52,7 +56,7 @@ bool Dispatcher::refuses(const Pending& pending) const {
 
 void Dispatcher::call(const std::function<void()>& action) {
   deliver(action);
-  drainIfIdle();
+  drainHeld();
 }
 
 void Dispatcher::deliver(const std::function<void()>& action) {
@@ -68,11 +72,12 @@ void Dispatcher::deliver(const std::function<void()>& action) {
 bool Dispatcher::waitUntil(const std::function<bool()>& done, EventLoop::WaitOptions options,
                            const std::string& modalWindow) {
   bool result = false;
-  within({options.deliverInput, modalWindow}, [&] { result = loop_.waitUntil(done, options); });
+  within({options.deliverInput, modalWindow, depth_},
+         [&] { result = loop_.waitUntil(done, options); });
   return result;
 }
 
-void Dispatcher::runModal(const std::function<void()>& dialog) { within({true, {}}, dialog); }
+void Dispatcher::runModal(const std::function<void()>& dialog) { within({true, {}, depth_}, dialog); }
 
 void Dispatcher::within(Wait wait, const std::function<void()>& body) {
   waits_.push_back(std::move(wait));
@@ -84,13 +89,13 @@ void Dispatcher::within(Wait wait, const std::function<void()>& body) {
   }
   waits_.pop_back();
   // A wait outside any handler may have held events back.
-  drainIfIdle();
+  drainHeld();
 }
 
-void Dispatcher::drainIfIdle() {
-  if (!idle() || draining_) return;
+void Dispatcher::drainHeld() {
+  if (!deliversNow() || draining_) return;
   draining_ = true;
-  while (!held_.empty() && idle()) {
+  while (!held_.empty() && deliversNow()) {
     Pending next = std::move(held_.front());
     held_.pop_front();
     if (!refuses(next)) deliver(next.action);

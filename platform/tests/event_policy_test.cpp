@@ -36,6 +36,7 @@ WindowPlan dialogPlan() {
   return {"Dialog",
           {{"Visible", false}},
           {{"NameField", "EditField", {{"Name", std::string("NameField")}}, {}},
+           {"Play", "PushButton", {{"Name", std::string("Play")}}, {}},
            {"Done", "PushButton", {{"Name", std::string("Done")}}, {}}}};
 }
 
@@ -51,6 +52,28 @@ class EventPolicyTest : public ::testing::Test {
 
   void note(const std::string& what) {
     log.push_back(what + "@" + std::to_string(services.loop.elapsed().count()));
+  }
+
+  // The user's steps, one each time a modal wait looks for input.
+  void scriptUser(std::deque<std::function<void()>>& steps) {
+    services.loop.setInputSource([&steps] {
+      if (steps.empty()) return false;
+      auto next = std::move(steps.front());
+      steps.pop_front();
+      next();
+      return true;
+    });
+  }
+
+  void showDialogModal() {
+    note("go");
+    Window& dialog = app.implicitInstance("Dialog");
+    dialog.control<PushButton>("Done").installHandler("Action", [this, &dialog] {
+      note("done:" + dialog.control<EditField>("NameField").Text());
+      dialog.Hide();
+    });
+    dialog.ShowModal();
+    note("modal-returned");
   }
 
   HeadlessServices services{1, {{kSound, 2300ms}}};
@@ -108,29 +131,38 @@ TEST_F(EventPolicyTest, ModalWindowGetsInputAndTicksNest) {
       [&] { EXPECT_EQ(typeText(app, "Dialog", "NameField", "Bo"), Dispatcher::Delivery::Delivered); },
       [&] { EXPECT_EQ(pressControl(app, "Dialog", "Done"), Dispatcher::Delivery::Delivered); },
   };
-  services.loop.setInputSource([&] {
-    if (user.empty()) return false;
-    auto next = std::move(user.front());
-    user.pop_front();
-    next();
-    return true;
-  });
-  main->control<PushButton>("Go").installHandler("Action", [this] {
-    note("go");
-    Window& dialog = app.implicitInstance("Dialog");
-    dialog.control<PushButton>("Done").installHandler("Action", [this, &dialog] {
-      note("done:" + dialog.control<EditField>("NameField").Text());
-      dialog.Hide();
-    });
-    dialog.ShowModal();
-    note("modal-returned");
-  });
+  scriptUser(user);
+  main->control<PushButton>("Go").installHandler("Action", [this] { showDialogModal(); });
   main->control<Timer>("Ticker").setMode(2);
   pressControl(app, "Main", "Go");
   EXPECT_EQ(log, (std::vector<std::string>{"go@0", "tick@1000", "done:Bo@1000", "modal-returned@1000"}));
   EXPECT_TRUE(user.empty());
   ASSERT_NE(app.liveWindow("Dialog"), nullptr);
   EXPECT_FALSE(app.liveWindow("Dialog")->Visible());
+}
+
+// What a sound held back inside a modal window is delivered when the handler that waited
+// returns, while the window is still up; held input for other windows is refused then.
+TEST_F(EventPolicyTest, SoundInsideModalWindowHoldsEventsOnlyWhileItPlays) {
+  std::deque<std::function<void()>> user = {
+      [&] { EXPECT_EQ(pressControl(app, "Dialog", "Play"), Dispatcher::Delivery::Delivered); },
+      [&] { EXPECT_EQ(pressControl(app, "Dialog", "Done"), Dispatcher::Delivery::Delivered); },
+  };
+  scriptUser(user);
+  main->control<PushButton>("Go").installHandler("Action", [this] {
+    app.implicitInstance("Dialog").control<PushButton>("Play").installHandler("Action", [this] {
+      note("play");
+      playAndWait([this] { return sound; });
+    });
+    showDialogModal();
+  });
+  services.loop.callAt(headless::HeadlessEventLoop::start() + 1500ms, [this] {
+    EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Held);
+  });
+  main->control<Timer>("Ticker").setMode(2);
+  pressControl(app, "Main", "Go");
+  EXPECT_EQ(log, (std::vector<std::string>{"go@0", "play@0", "tick@2300", "tick@2300", "done:@2300",
+                                           "modal-returned@2300"}));
 }
 
 // A modal wait with no one left to answer gives up instead of hanging.

@@ -12,8 +12,9 @@ namespace corvalta::platform {
 
 // Where input and timer ticks enter, so that handlers never nest. An event is delivered at
 // once when no handler runs, or when the innermost wait is a modal one (a modal window or
-// dialog); otherwise it is held, in order of arrival, and delivered right after the
-// outermost handler returns. While a modal window is up, input to any other window is
+// dialog) and no handler runs inside it; otherwise it is held, in order of arrival, and
+// delivered as soon as that holds again: right after the outermost handler returns, or, inside
+// a modal wait, right after the handler that held it returns. While a modal window is up, input to any other window is
 // refused, and while a modal dialog is up input to every window is.
 //
 // Every handler that runs here runs under one catch: an exception that escapes it goes to
@@ -59,13 +60,16 @@ class Dispatcher {
   struct Wait {
     bool deliverInput;
     std::string modalWindow;
+    // How many handlers ran when the wait began: the modal wait delivers at this depth only.
+    int depth;
   };
 
   Delivery arrive(Pending pending);
   void within(Wait wait, const std::function<void()>& body);
+  [[nodiscard]] bool deliversNow() const;
   [[nodiscard]] bool refuses(const Pending& pending) const;
   void deliver(const std::function<void()>& action);
-  void drainIfIdle();
+  void drainHeld();
 
   EventLoop& loop_;
   Reporter reporter_;
