@@ -1,6 +1,7 @@
 #include "game_support.h"
 
 #include <corvalta/platform/user_input.h>
+#include <corvalta/shell/sound_lengths.h>
 
 #include <gtest/gtest.h>
 
@@ -63,7 +64,7 @@ TEST(Answers, TypedAnswersAreJudged) {
     EXPECT_EQ(unused, 0u);  // the next problem is on show
     // A right answer waits for OK3 before it scores; a wrong one is silent.
     EXPECT_EQ(game.session.services().sounds.played().size(), c.points > 0 ? 1u : 0u);
-    EXPECT_EQ(game.now(), c.points > 0 ? 600 : 0);
+    EXPECT_EQ(game.now(), c.points > 0 ? shell::kOK3Length.count() : 0);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <corvalta/core/sounds.h>
 #include <corvalta/platform/view_observer.h>
+#include <corvalta/shell/sound_lengths.h>
 
 #include <gtest/gtest.h>
 
@@ -107,8 +108,9 @@ TEST(GameFlow, WholeGameAtEachLevel) {
     expectRunning(game);
     game.run("press Easy\n");  // the group is disabled in a game
     EXPECT_EQ(Module1.High, c.high);
-    // The time-out: the name entry reads the lines after the advance.
-    game.run("advance 90000\ntype NameField Ann\npress Congratulations.Enter\n");
+    // The time-out: the name entry reads the lines after the advance, which stops short of
+    // the applause's end.
+    game.run("advance 86000\ntype NameField Ann\npress Congratulations.Enter\n");
     EXPECT_EQ(Module1.Name, "Ann");
     EXPECT_FALSE(Module1.NewHighScoreFlag);
     expectIdle(game, {true, std::to_string(2 * c.worth)});
@@ -146,11 +148,12 @@ TEST(GameFlow, WholeGameAtEachLevel) {
 TEST(GameFlow, LastTickDuringTheWaitForOK3CountsThatAnswer) {
   Game game;
   Recorder recorder(game, {"GamePoints.Text", "Time.Text", "Banner.Visible"});
-  game.run("queue 9 4 3 10 5\npress Start\nadvance 89700\ntype Answer 12\nkey Return\n"
+  game.run("queue 9 4 3 10 5\npress Start\nadvance 89900\ntype Answer 12\nkey Return\n"
            "type NameField Bo\npress Enter\n");
+  const std::string chimeEnd = "@" + std::to_string(89900 + shell::kOK3Length.count());
   const std::vector<std::string> tail(recorder.log.end() - 4, recorder.log.end());
-  EXPECT_EQ(tail, (std::vector<std::string>{"Time.Text=1@89000", "GamePoints.Text=1@90300",
-                                            "Time.Text=0@90300", "Banner.Visible=True@90300"}));
+  EXPECT_EQ(tail, (std::vector<std::string>{"Time.Text=1@89000", "GamePoints.Text=1" + chimeEnd,
+                                            "Time.Text=0" + chimeEnd, "Banner.Visible=True" + chimeEnd}));
   EXPECT_EQ(Module1.Points, 1);
   EXPECT_EQ(Module1.Name, "Bo");
   expectIdle(game, {true, "1"});
@@ -169,10 +172,10 @@ TEST(GameFlow, TimeOutVariants) {
     bool flagAfter;
   };
   const Case cases[] = {
-      {"no points", "", "", {kMicrowaveSound}, 102200, "", false},
+      {"no points", "", "", {kMicrowaveSound}, 100000 + shell::kMicrowaveLength.count(), "", false},
       {"sound off", "menu SoundSoundOff\nqueue 9 4 3 10 5\n", "type NameField Cy\npress Enter\n", {}, 100000, "Cy", false},
       {"close box", "queue 9 4 3 10 5\n", "type NameField Di\nclose Congratulations\n",
-       {kOK3Sound, kMicrowaveSound, kApplauseSound}, 102200, "", true},
+       {kOK3Sound, kMicrowaveSound, kApplauseSound}, 100000 + shell::kMicrowaveLength.count(), "", true},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);

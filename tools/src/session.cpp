@@ -3,6 +3,7 @@
 #include <corvalta/core/sounds.h>
 #include <corvalta/core/window1.h>
 #include <corvalta/platform/app_info.h>
+#include <corvalta/shell/sound_lengths.h>
 #include <corvalta/shell/window_descriptions.h>
 #include <corvalta/tools/commands.h>
 #include <corvalta/tools/session.h>
@@ -15,11 +16,10 @@
 namespace corvalta::tools {
 namespace {
 
-using namespace std::chrono_literals;
-
-// How long the three sounds play on the virtual clock.
 std::map<std::int32_t, std::chrono::milliseconds> soundLengths() {
-  return {{core::kOK3Sound, 600ms}, {core::kApplauseSound, 5000ms}, {core::kMicrowaveSound, 2200ms}};
+  return {{core::kOK3Sound, shell::kOK3Length},
+          {core::kApplauseSound, shell::kApplauseLength},
+          {core::kMicrowaveSound, shell::kMicrowaveLength}};
 }
 
 const platform::WindowDescription& description(std::string_view className) {

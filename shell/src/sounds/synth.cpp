@@ -1,5 +1,7 @@
 #include "synth.h"
 
+#include <corvalta/shell/sound_lengths.h>
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -14,6 +16,10 @@ constexpr double twoPi = 2.0 * std::numbers::pi;
 
 std::size_t samplesFor(double seconds) {
   return static_cast<std::size_t>(std::lround(seconds * sampleRate));
+}
+
+std::size_t samplesFor(std::chrono::milliseconds length) {
+  return samplesFor(std::chrono::duration<double>(length).count());
 }
 
 double timeOf(std::size_t index) { return static_cast<double>(index) / sampleRate; }
@@ -114,7 +120,7 @@ void addClap(Signal& out, std::size_t start, std::mt19937& engine) {
 }  // namespace
 
 Samples makeOK3() {
-  Signal signal(samplesFor(0.24), 0.0);
+  Signal signal(samplesFor(kOK3Length), 0.0);
   addBell(signal, 0.0, 1567.98, 0.07, 0.8);   // G6
   addBell(signal, 0.06, 2093.0, 0.08, 1.0);   // C7
   fadeOut(signal, 0.02);
@@ -122,7 +128,7 @@ Samples makeOK3() {
 }
 
 Samples makeMicrowave() {
-  Signal signal(samplesFor(1.2), 0.0);
+  Signal signal(samplesFor(kMicrowaveLength), 0.0);
   for (const double start : {0.0, 0.42, 0.84}) {
     addBeep(signal, start, 0.3, 1000.0);
   }
@@ -130,8 +136,8 @@ Samples makeMicrowave() {
 }
 
 Samples makeApplause() {
-  constexpr double length = 2.5;
-  Signal signal(samplesFor(length), 0.0);
+  constexpr double length = std::chrono::duration<double>(kApplauseLength).count();
+  Signal signal(samplesFor(kApplauseLength), 0.0);
   std::mt19937 engine(20240611U);
   // The crowd joins in over the first 0.3 s and thins out over the last second.
   for (double t = 0; t < length - 0.05; t += 0.004) {
