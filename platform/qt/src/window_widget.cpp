@@ -61,6 +61,12 @@ WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
           [this](QWidget* /*old*/, QWidget* now) { userFocused(now); });
 }
 
+WindowWidget::~WindowWidget() {
+  // The widgets lose the focus as QWidget's destructor takes them down, when this is no
+  // WindowWidget any more.
+  disconnect(qApp, &QApplication::focusChanged, this, nullptr);
+}
+
 void WindowWidget::showWindowProperty(std::string_view name) {
   if (window_ == nullptr) {
     return;

@@ -20,6 +20,9 @@ namespace corvalta::platform::qt {
 class WindowWidget final : public QWidget {
  public:
   WindowWidget(Application& app, Window& window, QMenuBar* menuBar);
+  ~WindowWidget() override;
+  WindowWidget(const WindowWidget&) = delete;
+  WindowWidget& operator=(const WindowWidget&) = delete;
 
   void showWindowProperty(std::string_view name);
   void showControlProperty(PaneChild& child, std::string_view name);
