@@ -1,6 +1,7 @@
 #include "control_widgets.h"
 
 #include "list_widget.h"
+#include "record_colors.h"
 
 #include <QApplication>
 #include <QFrame>
@@ -14,8 +15,6 @@
 
 namespace corvalta::platform::qt {
 namespace {
-
-QColor toQColor(const Color& color) { return {color.red, color.green, color.blue}; }
 
 // A caption shows "&" as itself: the records carry no access keys.
 QString caption(const std::string& text) { return toDisplayText(text).replace('&', "&&"); }
@@ -36,12 +35,6 @@ Qt::Alignment fieldAlignment(std::int32_t align) {
     case 3: return Qt::AlignRight;
     default: return Qt::AlignLeft;
   }
-}
-
-void setPaletteColor(QWidget* widget, QPalette::ColorRole role, const Color& color) {
-  auto palette = widget->palette();
-  palette.setColor(role, toQColor(color));
-  widget->setPalette(palette);
 }
 
 // Font properties arrive one at a time; each changes only its own part of the font. "System"
@@ -96,8 +89,6 @@ void showStaticText(QLabel* label, std::string_view name, const PropertyValue& v
     label->setText(toDisplayText(std::get<std::string>(value)));
   } else if (name == "TextAlign") {
     label->setAlignment(textAlignment(std::get<std::int32_t>(value)) | Qt::AlignTop);
-  } else if (name == "TextColor") {
-    setPaletteColor(label, QPalette::WindowText, std::get<Color>(value));
   } else if (name == "MultiLine") {
     label->setWordWrap(std::get<bool>(value));
   }
@@ -142,11 +133,7 @@ void showTextEdit(QPlainTextEdit* field, std::string_view name, const PropertyVa
 }
 
 void showEditField(QWidget* widget, std::string_view name, const PropertyValue& value) {
-  if (name == "TextColor") {
-    setPaletteColor(widget, QPalette::Text, std::get<Color>(value));
-  } else if (name == "BackColor") {
-    setPaletteColor(widget, QPalette::Base, std::get<Color>(value));
-  } else if (auto* line = qobject_cast<QLineEdit*>(widget)) {
+  if (auto* line = qobject_cast<QLineEdit*>(widget)) {
     showLineEdit(line, name, value);
   } else if (auto* text = qobject_cast<QPlainTextEdit*>(widget)) {
     showTextEdit(text, name, value);
@@ -248,6 +235,7 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
   for (const auto& property : properties) {
     showControlProperty(widget, className, property.name, property.value);
   }
+  showColors(widget, className, properties);
   if (auto* line = qobject_cast<QFrame*>(widget); line != nullptr && className == "Separator") {
     line->setFrameShape(widget->width() < widget->height() ? QFrame::VLine : QFrame::HLine);
   }

@@ -18,7 +18,7 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
                            QWidget* content);
 
 // Shows one property of a control on its widget. Properties that change nothing on the screen
-// are ignored.
+// are ignored, and so are the colours, which are shown together (showColors).
 void showControlProperty(QWidget* widget, std::string_view className, std::string_view name,
                          const PropertyValue& value);
 

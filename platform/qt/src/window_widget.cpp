@@ -2,6 +2,7 @@
 
 #include "control_widgets.h"
 #include "list_widget.h"
+#include "record_colors.h"
 
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/user_input.h>
@@ -91,7 +92,7 @@ void WindowWidget::showWindowProperty(std::string_view name) {
     if (valueOr(window_->property("HasBackColor"), false)) {
       const auto color = valueOr<Color>(window_->property("BackColor"), {});
       auto palette = content_->palette();
-      palette.setColor(QPalette::Window, QColor(color.red, color.green, color.blue));
+      palette.setColor(QPalette::Window, shownGround(color, this->palette()));
       content_->setPalette(palette);
       content_->setAutoFillBackground(true);
     }
@@ -186,7 +187,11 @@ void WindowWidget::showControlProperty(PaneChild& child, std::string_view name) 
   if (found == widgets_.end() || value == nullptr || (&child == muted_ && name == "Text")) {
     return;
   }
-  qt::showControlProperty(found->second, child.className(), name, *value);
+  if (name == "TextColor" || name == "BackColor") {
+    showColors(found->second, child.className(), child.properties());
+  } else {
+    qt::showControlProperty(found->second, child.className(), name, *value);
+  }
   if (name == "Enabled" || name == "Visible") {
     showEnabledStates();
   }
@@ -238,6 +243,15 @@ void WindowWidget::detach() {
   deleteLater();
 }
 
+// The desktop's palette has changed, say from light to dark: the records' colours are shown
+// anew under it, the window's here and each control's as its widget takes the new palette.
+void WindowWidget::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) {
+    showWindowProperty("BackColor");
+  }
+}
+
 void WindowWidget::closeEvent(QCloseEvent* event) {
   // The close box is input like any other: the view state closes the window, and the view
   // follows. Until then the window stays.
@@ -256,6 +270,12 @@ void WindowWidget::keyPressEvent(QKeyEvent* event) {
 bool WindowWidget::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress && handleKey(static_cast<QKeyEvent*>(event))) {
     return true;
+  }
+  if (event->type() == QEvent::PaletteChange) {
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (const PaneChild* child = childOf(widget); child != nullptr && widgets_.at(child) == widget) {
+      showColors(widget, child->className(), child->properties());
+    }
   }
   return QWidget::eventFilter(watched, event);
 }

@@ -5,6 +5,7 @@
 
 #include "../../tests/log_window.h"
 #include "../src/list_widget.h"
+#include "../src/record_colors.h"
 
 #include <gtest/gtest.h>
 
@@ -39,7 +40,9 @@ WindowPlan testPlan() {
                {{"Text", std::string("two\rlines")}, {"TextFont", std::string("Arial")}, {"TextSize", 20},
                 {"Bold", true}, {"TextColor", Color{0xFF, 0x00, 0x12}}}),
             {}},
-           {"Field", "EditField", at("Field", 10, 40, 80, 24), {"TextChange"}},
+           {"Field", "EditField",
+            at("Field", 10, 40, 80, 24, {{"TextColor", Color{}}, {"BackColor", Color{0xFF, 0xFF, 0xFF}}}),
+            {"TextChange"}},
            {"Short", "EditField", at("Short", 100, 40, 80, 24, {{"Mask", std::string("AAA")}}), {}},
            {"Group", "GroupBox", at("Group", 10, 70, 120, 80, {{"Caption", std::string("Levels")}}), {}},
            {"Easy", "RadioButton",
@@ -172,6 +175,30 @@ TEST_F(QtViewTest, UserInputGoesIntoTheState) {
                                              "Field_TextChange", "Field_TextChange", "Go_Action",
                                              "Stop_Action",      "Stop_Action"};
   EXPECT_EQ(log, expected);
+}
+
+// The records' colours follow the desktop from light to dark and back.
+TEST_F(QtViewTest, ColorsFollowTheDesktop) {
+  const QPalette before = QApplication::palette();
+  QPalette dark = before;
+  dark.setColor(QPalette::Window, QColor(0x32, 0x32, 0x32));
+  dark.setColor(QPalette::WindowText, Qt::white);
+  auto* label = widget<QLabel>("Label");
+  auto* field = widget<QLineEdit>("Field");
+  const auto shown = [](QWidget* widget, QPalette::ColorRole role) { return widget->palette().color(role); };
+
+  QApplication::setPalette(dark);
+  settle();
+  // Red stays red, light enough to read on dark grey.
+  EXPECT_GE(contrastRatio(shown(label, QPalette::WindowText), shown(label, QPalette::Window)), 4.5);
+  EXPECT_EQ(shown(label, QPalette::WindowText).hslHue(), QColor(0xFF, 0x00, 0x12).hslHue());
+  EXPECT_EQ(shown(field, QPalette::Base), Qt::black);
+  EXPECT_EQ(shown(field, QPalette::Text), Qt::white);
+  QApplication::setPalette(before);
+  settle();
+  EXPECT_EQ(shown(label, QPalette::WindowText), QColor(0xFF, 0x00, 0x12));
+  EXPECT_EQ(shown(field, QPalette::Base), Qt::white);
+  EXPECT_EQ(shown(field, QPalette::Text), Qt::black);
 }
 
 // The close box asks the state to close the window; the widget goes when the state says.

@@ -2,7 +2,7 @@
 
 #include <corvalta/platform/app_info.h>
 #include <corvalta/platform/application.h>
-#include <corvalta/platform/qt/light_look.h>
+#include <corvalta/platform/qt/desktop_look.h>
 #include <corvalta/platform/qt/qt_clock_service.h>
 #include <corvalta/platform/qt/qt_dialogs.h>
 #include <corvalta/platform/qt/qt_event_loop.h>
@@ -39,7 +39,7 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   QApplication::setApplicationName(QStringLiteral("Corvalta"));
   QApplication::setApplicationVersion(QString::fromUtf8(platform::app_info::ShortVersion()));
   QApplication::setDesktopFileName(QStringLiteral("example.dunmere.corvalta"));
-  platform::qt::useLightLook();
+  platform::qt::useDesktopLook();
   // Only the main window's Close ends the program.
   QApplication::setQuitOnLastWindowClosed(false);
 

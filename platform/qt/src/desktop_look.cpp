@@ -1,4 +1,4 @@
-#include <corvalta/platform/qt/light_look.h>
+#include <corvalta/platform/qt/desktop_look.h>
 
 #include <QApplication>
 #include <QStyle>
@@ -6,11 +6,10 @@
 
 namespace corvalta::platform::qt {
 
-void useLightLook() {
+void useDesktopLook() {
   if (QStyle* fusion = QStyleFactory::create(QStringLiteral("Fusion"))) {
     QApplication::setStyle(fusion);
   }
-  QApplication::setPalette(QApplication::style()->standardPalette());
 }
 
 }  // namespace corvalta::platform::qt

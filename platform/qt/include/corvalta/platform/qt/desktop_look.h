@@ -1,0 +1,12 @@
+#pragma once
+
+namespace corvalta::platform::qt {
+
+// Qt's Fusion style, whose controls fit the windows' fixed places in pixels whatever the
+// desktop, in the desktop's own colours, light or dark. A fixed light palette would keep the
+// records' black text readable more simply, but would give a player who chose a dark desktop
+// the one glaring window on it; the view turns the records' colours over instead
+// (platform/qt/src/record_colors.h).
+void useDesktopLook();
+
+}  // namespace corvalta::platform::qt
