@@ -1,7 +1,9 @@
 #!/usr/bin/python3
 """Contract: a screen reader that walks the main window over the desktop's accessibility bus
-finds a name to speak on every control a player can reach, the four levels as radio buttons,
-and the shortcut of each menu command that has one."""
+finds a name to speak on every control a player can reach (the answer fields and the score
+table by their labels or names), the four levels as radio buttons, the shortcut of each menu
+command that has one, and Sound On and Sound Off as a pair: one checked, and choosing the
+other checks it alone."""
 import os
 import pathlib
 import subprocess
@@ -14,6 +16,8 @@ CONTROL_ROLES = {"push button", "radio button", "check box", "text", "table", "l
 LEVELS = {"Easy", "Medium", "Hard", "Very Hard"}
 SHORTCUTS = {"Quit": "Ctrl+Q", "Undo": "Ctrl+Z", "Cut": "Ctrl+X", "Copy": "Ctrl+C",
              "Paste": "Ctrl+V", "Select All": "Ctrl+A"}
+# The controls without a caption, by the names they are spoken by.
+NAMED = {"Sub Answer 1": "text", "Sub Answer 2": "text", "Answer": "text", "High Scores": "table"}
 
 
 def descendants(node):
@@ -38,18 +42,35 @@ def place_of(node):
     return f"({extents.x}, {extents.y})"
 
 
+def sound_checks(menu_items):
+    import pyatspi
+    return tuple(menu_items[name].getState().contains(pyatspi.STATE_CHECKED)
+                 for name in ("Sound On", "Sound Off"))
+
+
 def problems_of(application):
     nodes = list(descendants(application))
+    named = {}
     for node in nodes:
         role = node.getRoleName()
         if role in CONTROL_ROLES and not node.name.strip():
             yield f"the {role} at {place_of(node)} in its window has no accessible name"
         if node.name in LEVELS and role != "radio button":
             yield f"the level '{node.name}' is a {role}, not a radio button"
+        named.setdefault(node.name, role)
+    for name, role in NAMED.items():
+        if named.get(name) != role:
+            yield f"no {role} is named '{name}'"
     menu_items = {node.name: node for node in nodes if node.getRoleName() == "menu item"}
     for command, keys in SHORTCUTS.items():
         if command not in menu_items or keys not in shortcut_of(menu_items[command]):
             yield f"the menu command '{command}' does not show {keys}"
+    # Sound is on by default; choosing Sound Off as a screen reader does moves the check.
+    if sound_checks(menu_items) != (True, False):
+        yield f"Sound On and Sound Off are checked {sound_checks(menu_items)} at start"
+    menu_items["Sound Off"].queryAction().doAction(0)
+    if sound_checks(menu_items) != (False, True):
+        yield f"Sound On and Sound Off are checked {sound_checks(menu_items)} after Sound Off"
 
 
 def inspect(game):

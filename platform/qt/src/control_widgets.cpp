@@ -4,6 +4,7 @@
 #include "record_colors.h"
 
 #include <QApplication>
+#include <QButtonGroup>
 #include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
@@ -165,6 +166,20 @@ void showProgressBar(QProgressBar* bar, std::string_view name, const PropertyVal
   }
 }
 
+// The radio buttons under one parent: a group that is no exclusive one, since the view state
+// clears the siblings and the widgets follow, but that makes them radio buttons to a screen
+// reader and lets the arrow keys move among them.
+QButtonGroup* groupNamed(QWidget* content, const std::string& parent) {
+  const auto name = QString::fromStdString(parent);
+  for (auto* group : content->findChildren<QButtonGroup*>(Qt::FindDirectChildrenOnly)) {
+    if (group->objectName() == name) return group;
+  }
+  auto* group = new QButtonGroup(content);
+  group->setObjectName(name);
+  group->setExclusive(false);
+  return group;
+}
+
 QWidget* newWidget(std::string_view className, const PropertyList& properties, QWidget* content) {
   if (className == "StaticText") {
     auto* label = new QLabel(content);
@@ -192,9 +207,10 @@ QWidget* newWidget(std::string_view className, const PropertyList& properties, Q
     return button;
   }
   if (className == "RadioButton") {
-    // The view state keeps the group: it clears the siblings and the widgets follow.
     auto* button = new QRadioButton(content);
-    button->setAutoExclusive(false);
+    const auto* parent = findProperty(properties, "InitialParent");
+    groupNamed(content, parent != nullptr ? std::get<std::string>(*parent) : std::string())
+        ->addButton(button);
     return button;
   }
   if (className == "GroupBox") {

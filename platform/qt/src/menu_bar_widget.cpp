@@ -1,15 +1,16 @@
 #include "menu_bar_widget.h"
 
-
 #include <corvalta/platform/menu_item_classes.h>
 #include <corvalta/platform/user_input.h>
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 
+#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -93,16 +94,41 @@ QKeySequence shortcutOf(const std::string& text) {
   return found != standard.end() ? QKeySequence(found->second) : QKeySequence("Ctrl+" + key);
 }
 
+const MenuItem* itemOf(Application& app, const QAction* action) {
+  if (action->isSeparator() || app.MenuBar() == nullptr) {
+    return nullptr;
+  }
+  return app.MenuBar()->Lookup(action->objectName().toStdString());
+}
+
+// A menu that holds a checked item is a choice among its items, as Sound On and Sound Off
+// are: each can be checked, and checking one clears the others, also for a screen reader.
+bool offersChoice(Application& app, QMenu* menu) {
+  const auto actions = menu->actions();
+  const bool choice = std::any_of(actions.begin(), actions.end(), [&app](const QAction* action) {
+    const MenuItem* item = itemOf(app, action);
+    return item != nullptr && item->Checked;
+  });
+  if (choice && menu->findChild<QActionGroup*>() == nullptr) {
+    auto* group = new QActionGroup(menu);
+    for (QAction* action : actions) {
+      if (!action->isSeparator()) group->addAction(action);
+    }
+  }
+  return choice;
+}
+
 // Each menu's items are brought up to date with the tree as the menu opens.
 void refreshMenu(Application& app, QMenu* menu) {
+  const bool choice = offersChoice(app, menu);
   for (QAction* action : menu->actions()) {
-    const auto name = action->objectName().toStdString();
-    const MenuItem* item = app.MenuBar() != nullptr ? app.MenuBar()->Lookup(name) : nullptr;
-    if (item == nullptr || action->isSeparator()) {
+    const MenuItem* item = itemOf(app, action);
+    if (item == nullptr) {
       continue;
     }
+    const auto& name = item->Name;
     action->setText(QString::fromStdString(item->Text));
-    action->setCheckable(item->Checked);
+    action->setCheckable(choice);
     action->setChecked(item->Checked);
     action->setVisible(item->Visible);
     if (const auto command = editCommandNamed(name)) {
@@ -162,9 +188,15 @@ QMenuBar* makeMenuBar(Application& app, std::function<void()> quit) {
       makeAction(app, *entry->Item(child), quit, menu);
     }
     QObject::connect(menu, &QMenu::aboutToShow, menu, [&app, menu] { refreshMenu(app, menu); });
-    refreshMenu(app, menu);
   }
+  refreshMenuBar(app, bar);
   return bar;
+}
+
+void refreshMenuBar(Application& app, QMenuBar* bar) {
+  for (QAction* entry : bar->actions()) {
+    if (QMenu* menu = entry->menu()) refreshMenu(app, menu);
+  }
 }
 
 }  // namespace corvalta::platform::qt

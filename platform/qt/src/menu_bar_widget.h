@@ -15,4 +15,8 @@ namespace corvalta::platform::qt {
 // platform's standard keys (Ctrl on Linux and Windows, Command on macOS).
 QMenuBar* makeMenuBar(Application& app, std::function<void()> quit);
 
+// Brings every menu up to date with the tree, as if each were opened, so that what a screen
+// reader finds in closed menus holds too.
+void refreshMenuBar(Application& app, QMenuBar* bar);
+
 }  // namespace corvalta::platform::qt

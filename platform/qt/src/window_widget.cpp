@@ -2,7 +2,9 @@
 
 #include "control_widgets.h"
 #include "list_widget.h"
+#include "menu_bar_widget.h"
 #include "record_colors.h"
+#include "spoken_name.h"
 
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/user_input.h>
@@ -56,6 +58,12 @@ WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
   }
   for (PaneChild* child : window.controls()) {
     addControl(*child);
+  }
+  // Names come once every label stands.
+  for (const auto& [child, widget] : widgets_) {
+    if (const auto name = spokenName(window, *child); !name.isEmpty()) {
+      widget->setAccessibleName(name);
+    }
   }
   showEnabledStates();
   connect(qApp, &QApplication::focusChanged, this,
@@ -249,6 +257,14 @@ void WindowWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) {
     showWindowProperty("BackColor");
+  }
+}
+
+void WindowWidget::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  // The window's Open has run by now and may have checked menu items (the sound setting).
+  if (auto* bar = qobject_cast<QMenuBar*>(layout()->menuBar()); bar != nullptr && window_ != nullptr) {
+    refreshMenuBar(app_, bar);
   }
 }
 

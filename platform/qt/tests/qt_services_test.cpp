@@ -118,14 +118,18 @@ class MenuBarTest : public ::testing::Test {
     edit->Append(plain);
     auto sound = std::make_shared<MenuItem>("SoundMenu", "Sound");
     sound->Append(std::make_shared<MenuItem>("SoundOn", "Sound On"));
+    sound->Append(std::make_shared<MenuItem>("SoundOff", "Sound Off"));
     bar->Append(file);
     bar->Append(edit);
     bar->Append(sound);
     app.setMenuBar(bar);
-    app.addMenuHandler("SoundOn", [this] {
-      app.MenuBar()->Lookup("SoundOn")->Checked = true;
-      return false;
-    });
+    for (const auto* name : {"SoundOn", "SoundOff"}) {
+      app.addMenuHandler(name, [this, name = std::string(name)] {
+        app.MenuBar()->Lookup("SoundOn")->Checked = name == "SoundOn";
+        app.MenuBar()->Lookup("SoundOff")->Checked = name == "SoundOff";
+        return false;
+      });
+    }
     menuBar.reset(makeMenuBar(app, [this] { ++quits; }));
   }
 
@@ -139,7 +143,8 @@ class MenuBarTest : public ::testing::Test {
 };
 
 // The tree becomes menus with the platform's standard keys; commands run their handlers and
-// the menu shows the new check mark when it next opens.
+// the menu shows the new check mark when it next opens; from then on its items are a choice,
+// where checking one clears the other at once.
 TEST_F(MenuBarTest, MenusFollowTheTree) {
   ASSERT_EQ(menuBar->actions().size(), 3);
   EXPECT_EQ(menuBar->actions()[0]->text(), "&File");
@@ -150,11 +155,18 @@ TEST_F(MenuBarTest, MenusFollowTheTree) {
   EXPECT_TRUE(menu("EditMenu")->actions()[1]->isSeparator());
   EXPECT_FALSE(action("EditOther")->isEnabled());
 
-  EXPECT_FALSE(action("SoundOn")->isChecked());
+  EXPECT_FALSE(action("SoundOn")->isCheckable());
   action("SoundOn")->trigger();
   EXPECT_TRUE(app.MenuBar()->Lookup("SoundOn")->Checked);
   emit menu("SoundMenu")->aboutToShow();
   EXPECT_TRUE(action("SoundOn")->isChecked());
+  EXPECT_TRUE(action("SoundOff")->isCheckable());
+  action("SoundOff")->trigger();
+  EXPECT_FALSE(app.MenuBar()->Lookup("SoundOn")->Checked);
+  EXPECT_FALSE(action("SoundOn")->isChecked());
+  EXPECT_TRUE(action("SoundOff")->isChecked());
+  action("SoundOff")->trigger();
+  EXPECT_TRUE(action("SoundOff")->isChecked());
 
   action("FileQuit")->trigger();
   EXPECT_EQ(quits, 1);

@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QGroupBox>
 #include <QLabel>
@@ -177,8 +178,9 @@ TEST_F(QtViewTest, UserInputGoesIntoTheState) {
   EXPECT_EQ(log, expected);
 }
 
-// The records' colours follow the desktop from light to dark and back.
-TEST_F(QtViewTest, ColorsFollowTheDesktop) {
+// The records' colours follow the desktop from light to dark and back; the level buttons are
+// radio buttons to a screen reader, and a field without a caption has a name to speak.
+TEST_F(QtViewTest, ColorsFollowTheDesktopAndEveryControlHasAName) {
   const QPalette before = QApplication::palette();
   QPalette dark = before;
   dark.setColor(QPalette::Window, QColor(0x32, 0x32, 0x32));
@@ -199,6 +201,12 @@ TEST_F(QtViewTest, ColorsFollowTheDesktop) {
   EXPECT_EQ(shown(label, QPalette::WindowText), QColor(0xFF, 0x00, 0x12));
   EXPECT_EQ(shown(field, QPalette::Base), Qt::white);
   EXPECT_EQ(shown(field, QPalette::Text), Qt::black);
+
+  auto* easy = QAccessible::queryAccessibleInterface(widget<QRadioButton>("Easy"));
+  ASSERT_NE(easy, nullptr);
+  EXPECT_EQ(easy->role(), QAccessible::RadioButton);
+  EXPECT_EQ(field->accessibleName(), "two lines");
+  EXPECT_EQ(widget<ListWidget>("Table")->accessibleName(), "Table");
 }
 
 // The close box asks the state to close the window; the widget goes when the state says.

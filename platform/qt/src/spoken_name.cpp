@@ -1,0 +1,99 @@
+#include "spoken_name.h"
+
+#include "control_widgets.h"
+
+#include <corvalta/platform/window.h>
+
+#include <QRect>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <optional>
+
+namespace corvalta::platform::qt {
+namespace {
+
+// How far a label may stand from the control it names.
+constexpr int labelReach = 20;
+
+std::int32_t number(const PaneChild& child, std::string_view name) {
+  const auto* value = child.property(name);
+  const auto* held = value != nullptr ? std::get_if<std::int32_t>(value) : nullptr;
+  return held != nullptr ? *held : 0;
+}
+
+QRect placeOf(const PaneChild& child) {
+  return {number(child, "Left"), number(child, "Top"), number(child, "Width"), number(child, "Height")};
+}
+
+// A label's words: "Name:" names a field "Name"; a label of signs or digits alone ("+", "0")
+// names nothing.
+QString wordsOf(const PaneChild& label) {
+  const auto* text = label.property("Text");
+  const auto* visible = label.property("Visible");
+  if (label.className() != "StaticText" || text == nullptr ||
+      (visible != nullptr && !std::get<bool>(*visible))) {
+    return {};
+  }
+  auto words = toDisplayText(std::get<std::string>(*text)).simplified();
+  while (words.endsWith(':')) words.chop(1);
+  return std::any_of(words.begin(), words.end(), [](QChar c) { return c.isLetter(); }) ? words : QString();
+}
+
+// How far `label` stands before `control`: to its left on a line that they share, or above
+// it over a stretch that they share; nothing when it stands elsewhere.
+std::optional<int> distanceBefore(const QRect& label, const QRect& control) {
+  const bool sameLine = label.top() <= control.bottom() && control.top() <= label.bottom();
+  const bool sameColumn = label.left() <= control.right() && control.left() <= label.right();
+  if (sameLine && label.center().x() < control.left()) {
+    return std::max(control.left() - label.right() - 1, 0);
+  }
+  if (sameColumn && label.center().y() < control.top()) {
+    return std::max(control.top() - label.bottom() - 1, 0);
+  }
+  return std::nullopt;
+}
+
+QString nearestLabel(const Window& window, const PaneChild& control) {
+  const QRect place = placeOf(control);
+  QString found;
+  int nearest = labelReach + 1;
+  for (const PaneChild* other : window.controls()) {
+    const auto words = other != &control ? wordsOf(*other) : QString();
+    const auto distance = words.isEmpty() ? std::nullopt : distanceBefore(placeOf(*other), place);
+    if (distance && *distance < nearest) {
+      nearest = *distance;
+      found = words;
+    }
+  }
+  return found;
+}
+
+// "SubAnswer1" as "Sub Answer 1".
+QString inWords(const std::string& name) {
+  static const QRegularExpression wordStart("(?<=[a-z])(?=[A-Z])|(?<=[A-Za-z])(?=[0-9])");
+  return QString::fromStdString(name).replace(wordStart, QStringLiteral(" "));
+}
+
+bool isNumberedClassName(const PaneChild& control) {
+  const auto& name = control.key();
+  const auto& className = control.className();
+  return name.size() > className.size() && name.compare(0, className.size(), className) == 0 &&
+         std::all_of(name.begin() + static_cast<std::ptrdiff_t>(className.size()), name.end(),
+                     [](char c) { return c >= '0' && c <= '9'; });
+}
+
+}  // namespace
+
+QString spokenName(const Window& window, const PaneChild& control) {
+  const auto& className = control.className();
+  if (className != "EditField" && className != "Listbox" && className != "ProgressBar") {
+    return {};
+  }
+  if (auto label = nearestLabel(window, control); !label.isEmpty()) {
+    return label;
+  }
+  return inWords(isNumberedClassName(control) ? window.className() : control.key());
+}
+
+}  // namespace corvalta::platform::qt
