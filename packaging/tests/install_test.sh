@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Contract: `cmake --install` into an empty prefix lays out exactly the files a desktop expects,
-# every icon PNG has the size its folder names, the validators accept the desktop entry and the
-# AppStream file, and those two agree with each other, with the icons, the program and the version.
+# the validators accept the desktop entry and the AppStream file, and those two agree with each
+# other, with the icon and the version. (The deb test starts the game by the entry's Exec line.)
 set -euo pipefail
 cmake=$1 build=$2 app_id=$3 version=$4 has_program=$5
 
@@ -27,18 +27,6 @@ fi
 diff <(printf '%s\n' "${expected[@]}" | sort) <(cd "$prefix" && find . ! -type d -printf '%P\n' | sort) ||
   fail "the installed files differ from the expected ones (< missing, > unexpected)"
 
-# A PNG keeps its width and height as big-endian numbers at bytes 16 to 23.
-png_size() {
-  od -An -tu1 -j16 -N8 "$1" |
-    awk '{ printf "%dx%d", (($1*256+$2)*256+$3)*256+$4, (($5*256+$6)*256+$7)*256+$8 }'
-}
-for size in "${icon_sizes[@]}"; do
-  png=$prefix/share/icons/hicolor/${size}x${size}/apps/$app_id.png
-  [[ -f $png ]] || continue
-  got=$(png_size "$png")
-  [[ $got == "${size}x${size}" ]] || fail "the ${size} px icon is $got"
-done
-
 if ! report=$(desktop-file-validate "$prefix/$desktop_file" 2>&1) ||
    grep -qE '(error|warning):' <<<"$report"; then
   fail "desktop-file-validate: $report"
@@ -51,8 +39,6 @@ appstreamcli validate-tree --no-net "$prefix" >&2 ||
 
 entry_value() { sed -n "s/^$1=//p" "$prefix/$desktop_file"; }
 [[ $(entry_value Icon) == "$app_id" ]] || fail "the desktop entry's Icon= is not $app_id"
-exec_line=$(entry_value Exec)
-[[ ${exec_line%% *} == corvalta ]] || fail "the desktop entry starts '$exec_line', not the program"
 
 xml_text() { grep -o "<$1[^>]*>[^<]*</$1>" "$prefix/$metainfo" | sed 's/<[^>]*>//g'; }
 [[ $(xml_text id) == "$app_id" ]] || fail "the AppStream id is not $app_id"
