@@ -17,7 +17,8 @@ set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://www.dunmere.example/")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The windows ask for Arial; Liberation Sans has its metrics.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS fonts-liberation)
+# The windows ask for Arial; Liberation Sans has its metrics. SDL2 is loaded at the first
+# sound rather than linked, so dpkg-shlibdeps does not see it.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libsdl2-2.0-0")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

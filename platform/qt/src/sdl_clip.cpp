@@ -1,144 +1,178 @@
 #include "sdl_clip.h"
 
-#include <SDL.h>
+#include "sdl_library.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace corvalta::platform::qt {
+namespace {
 
-class SdlAudioSession {
- public:
-  // The running session, or a new one; null when SDL's audio cannot be had at all.
-  static std::shared_ptr<SdlAudioSession> get() {
-    static std::weak_ptr<SdlAudioSession> current;
-    auto session = current.lock();
-    if (session) {
-      return session;
-    }
-    // Without /dev/snd no ALSA device can open, and trying only fills standard error.
-    const bool alsa = std::filesystem::exists("/dev/snd");
-    SDL_AudioDeviceID device = open(alsa ? "pipewire,pulseaudio,alsa" : "pipewire,pulseaudio");
-    if (device == 0) {
-      device = open("dummy");
-    }
-    if (device == 0) {
-      std::fprintf(stderr, "corvalta: no sound: %s\n", SDL_GetError());
-      return nullptr;
-    }
-    session = std::shared_ptr<SdlAudioSession>(new SdlAudioSession(device));
-    current = session;
-    return session;
+// The format every clip is converted to; SDL converts it further to what the device takes.
+SDL_AudioSpec clipFormat() {
+  SDL_AudioSpec audioFormat{};
+  audioFormat.freq = 44100;
+  audioFormat.format = AUDIO_S16SYS;
+  audioFormat.channels = 1;
+  audioFormat.samples = 1024;
+  return audioFormat;
+}
+
+std::int64_t bytesPerSecond() { return std::int64_t{clipFormat().freq} * clipFormat().channels * 2; }
+
+SdlClip::Duration durationOf(std::int64_t bytes) {
+  return SdlClip::Duration(bytes * 1'000'000 / bytesPerSecond());
+}
+
+// Starts the subsystem on `drivers` (a driver named in SDL_AUDIODRIVER by the user still
+// wins) and opens the default device; 0 and no subsystem left running when that fails.
+SDL_AudioDeviceID openOn(const SdlLibrary& sdl, const char* drivers) {
+  sdl.SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  sdl.SetHintWithPriority(SDL_HINT_AUDIODRIVER, drivers, SDL_HINT_DEFAULT);
+  if (sdl.InitSubSystem(SDL_INIT_AUDIO) != 0) {
+    return 0;
   }
-
-  ~SdlAudioSession() {
-    SDL_CloseAudioDevice(device_);
-    SDL_QuitSubSystem(SDL_INIT_AUDIO);
+  const SDL_AudioSpec wanted = clipFormat();
+  const SDL_AudioDeviceID device = sdl.OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
+  if (device == 0) {
+    sdl.QuitSubSystem(SDL_INIT_AUDIO);
   }
-  SdlAudioSession(const SdlAudioSession&) = delete;
-  SdlAudioSession& operator=(const SdlAudioSession&) = delete;
+  return device;
+}
 
-  [[nodiscard]] SDL_AudioDeviceID device() const { return device_; }
-  // The format every clip is converted to; SDL converts it further to what the device takes.
-  static SDL_AudioSpec format() {
-    SDL_AudioSpec audioFormat{};
-    audioFormat.freq = 44100;
-    audioFormat.format = AUDIO_S16SYS;
-    audioFormat.channels = 1;
-    audioFormat.samples = 1024;
-    return audioFormat;
+}  // namespace
+
+SdlOutput::SdlOutput(ClockService& clock) : clock_(clock) {}
+
+SdlOutput::~SdlOutput() {
+  if (closing_) {
+    clock_.cancel(*closing_);
   }
-  static int bytesPerSecond() { return format().freq * format().channels * 2; }
+  close();
+}
 
-  const SdlClip* playing = nullptr;
+bool SdlOutput::open() {
+  if (device_ != 0) {
+    return true;
+  }
+  const SdlLibrary* sdl = SdlLibrary::get();
+  if (sdl == nullptr) {
+    return false;
+  }
+  // Without /dev/snd no ALSA device can open, and trying only fills standard error.
+  const bool alsa = std::filesystem::exists("/dev/snd");
+  device_ = openOn(*sdl, alsa ? "pipewire,pulseaudio,alsa" : "pipewire,pulseaudio");
+  if (device_ == 0) {
+    device_ = openOn(*sdl, "dummy");
+  }
+  if (device_ == 0) {
+    std::fprintf(stderr, "corvalta: no sound: %s\n", sdl->GetError());
+  }
+  return device_ != 0;
+}
 
- private:
-  explicit SdlAudioSession(SDL_AudioDeviceID device) : device_(device) {}
+void SdlOutput::close() {
+  if (device_ == 0) {
+    return;
+  }
+  const SdlLibrary& sdl = *SdlLibrary::get();
+  sdl.CloseAudioDevice(device_);
+  sdl.QuitSubSystem(SDL_INIT_AUDIO);
+  device_ = 0;
+  playing_ = nullptr;
+}
 
-  // Starts the subsystem on `drivers` (a driver named in SDL_AUDIODRIVER by the user still
-  // wins) and opens the default device; 0 and no subsystem left running when that fails.
-  static SDL_AudioDeviceID open(const char* drivers) {
-    SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
-    SDL_SetHintWithPriority(SDL_HINT_AUDIODRIVER, drivers, SDL_HINT_DEFAULT);
-    if (SDL_InitSubSystem(SDL_INIT_AUDIO) != 0) {
-      return 0;
+// Closes the device once `wait` has passed, unless a sound starts meanwhile; a queue that
+// has not drained by then puts it off.
+void SdlOutput::closeAfter(Duration wait) {
+  if (closing_) {
+    clock_.cancel(*closing_);
+  }
+  closing_ = clock_.callAt(clock_.now() + wait, [this] {
+    closing_.reset();
+    const auto left = durationOf(SdlLibrary::get()->GetQueuedAudioSize(device_));
+    if (left > Duration::zero()) {
+      closeAfter(left + SdlClip::buffer() + kIdleTime);
+    } else {
+      close();
     }
-    const SDL_AudioSpec wanted = format();
-    const SDL_AudioDeviceID device = SDL_OpenAudioDevice(nullptr, 0, &wanted, nullptr, 0);
-    if (device == 0) {
-      SDL_QuitSubSystem(SDL_INIT_AUDIO);
-    }
-    return device;
+  });
+}
+
+bool SdlOutput::play(const SdlClip& clip, const std::vector<std::uint8_t>& samples) {
+  if (!open()) {
+    return false;
   }
+  const SdlLibrary& sdl = *SdlLibrary::get();
+  sdl.ClearQueuedAudio(device_);
+  sdl.QueueAudio(device_, samples.data(), static_cast<std::uint32_t>(samples.size()));
+  playing_ = &clip;
+  sdl.PauseAudioDevice(device_, 0);
+  closeAfter(clip.length() + SdlClip::buffer() + kIdleTime);
+  return true;
+}
 
-  SDL_AudioDeviceID device_;
-};
+SdlOutput::Duration SdlOutput::queued(const SdlClip& clip) const {
+  if (playing_ != &clip) {
+    return Duration::zero();
+  }
+  return durationOf(SdlLibrary::get()->GetQueuedAudioSize(device_));
+}
 
-std::unique_ptr<SdlClip> SdlClip::load(const std::filesystem::path& file) {
-  auto session = SdlAudioSession::get();
-  if (!session) {
+void SdlOutput::stop(const SdlClip& clip) {
+  if (playing_ == &clip) {
+    SdlLibrary::get()->ClearQueuedAudio(device_);
+    playing_ = nullptr;
+  }
+}
+
+std::unique_ptr<SdlClip> SdlClip::load(const std::filesystem::path& file,
+                                       std::shared_ptr<SdlOutput> output) {
+  const SdlLibrary* sdl = SdlLibrary::get();
+  if (sdl == nullptr) {
     return nullptr;
   }
   SDL_AudioSpec audioFormat{};
   std::uint8_t* data = nullptr;
   std::uint32_t size = 0;
-  if (SDL_LoadWAV(file.c_str(), &audioFormat, &data, &size) == nullptr) {
-    std::fprintf(stderr, "corvalta: cannot read %s: %s\n", file.c_str(), SDL_GetError());
+  if (sdl->LoadWAV_RW(sdl->RWFromFile(file.c_str(), "rb"), 1, &audioFormat, &data, &size) == nullptr) {
+    std::fprintf(stderr, "corvalta: cannot read %s: %s\n", file.c_str(), sdl->GetError());
     return nullptr;
   }
-  const SDL_AudioSpec target = SdlAudioSession::format();
+  const SDL_AudioSpec target = clipFormat();
   SDL_AudioCVT cvt{};
-  if (SDL_BuildAudioCVT(&cvt, audioFormat.format, audioFormat.channels, audioFormat.freq, target.format,
-                        target.channels, target.freq) < 0) {
-    std::fprintf(stderr, "corvalta: cannot convert %s: %s\n", file.c_str(), SDL_GetError());
-    SDL_FreeWAV(data);
+  if (sdl->BuildAudioCVT(&cvt, audioFormat.format, audioFormat.channels, audioFormat.freq,
+                         target.format, target.channels, target.freq) < 0) {
+    std::fprintf(stderr, "corvalta: cannot convert %s: %s\n", file.c_str(), sdl->GetError());
+    sdl->FreeWAV(data);
     return nullptr;
   }
   std::vector<std::uint8_t> samples(std::size_t(size) * std::size_t(std::max(cvt.len_mult, 1)));
   std::copy(data, data + size, samples.begin());
-  SDL_FreeWAV(data);
+  sdl->FreeWAV(data);
   cvt.buf = samples.data();
   cvt.len = static_cast<int>(size);
-  if (cvt.needed != 0 && SDL_ConvertAudio(&cvt) != 0) {
-    std::fprintf(stderr, "corvalta: cannot convert %s: %s\n", file.c_str(), SDL_GetError());
+  if (cvt.needed != 0 && sdl->ConvertAudio(&cvt) != 0) {
+    std::fprintf(stderr, "corvalta: cannot convert %s: %s\n", file.c_str(), sdl->GetError());
     return nullptr;
   }
   samples.resize(cvt.needed != 0 ? std::size_t(cvt.len_cvt) : size);
-  return std::unique_ptr<SdlClip>(new SdlClip(std::move(session), std::move(samples)));
+  return std::unique_ptr<SdlClip>(new SdlClip(std::move(output), std::move(samples)));
 }
 
-SdlClip::SdlClip(std::shared_ptr<SdlAudioSession> session, std::vector<std::uint8_t> samples)
-    : session_(std::move(session)), samples_(std::move(samples)) {}
+SdlClip::SdlClip(std::shared_ptr<SdlOutput> output, std::vector<std::uint8_t> samples)
+    : output_(std::move(output)), samples_(std::move(samples)) {}
 
-SdlClip::~SdlClip() {
-  if (session_->playing == this) {
-    SDL_ClearQueuedAudio(session_->device());
-    session_->playing = nullptr;
-  }
+SdlClip::~SdlClip() { output_->stop(*this); }
+
+bool SdlClip::play() { return output_->play(*this, samples_); }
+
+SdlClip::Duration SdlClip::queued() const { return output_->queued(*this); }
+
+SdlClip::Duration SdlClip::buffer() {
+  return Duration(std::int64_t{clipFormat().samples} * 1'000'000 / clipFormat().freq);
 }
 
-void SdlClip::play() {
-  const auto device = session_->device();
-  SDL_ClearQueuedAudio(device);
-  SDL_QueueAudio(device, samples_.data(), static_cast<std::uint32_t>(samples_.size()));
-  session_->playing = this;
-  SDL_PauseAudioDevice(device, 0);
-}
-
-SdlClip::Duration SdlClip::queued() const {
-  if (session_->playing != this) {
-    return Duration::zero();
-  }
-  return Duration(std::int64_t{SDL_GetQueuedAudioSize(session_->device())} * 1'000'000 /
-                  SdlAudioSession::bytesPerSecond());
-}
-
-SdlClip::Duration SdlClip::buffer() const {
-  const auto format = SdlAudioSession::format();
-  return Duration(std::int64_t{format.samples} * 1'000'000 / format.freq);
-}
-
-SdlClip::Duration SdlClip::length() const {
-  return Duration(std::int64_t(samples_.size()) * 1'000'000 / SdlAudioSession::bytesPerSecond());
-}
+SdlClip::Duration SdlClip::length() const { return durationOf(std::int64_t(samples_.size())); }
 
 }  // namespace corvalta::platform::qt

@@ -26,7 +26,10 @@ class SdlSound final : public Sound {
       return;
     }
     cancelCheck();
-    clip_->play();
+    if (!clip_->play()) {
+      playing_ = false;
+      return;
+    }
     playing_ = true;
     draining_ = false;
     checkAfter(clip_->length());
@@ -79,7 +82,10 @@ const std::map<std::int32_t, const char*>& soundFiles() {
 
 SdlSoundSystem::SdlSoundSystem(std::filesystem::path resourceFolder, EventLoop& loop,
                                ClockService& clock)
-    : folder_(std::move(resourceFolder)), loop_(loop), clock_(clock) {}
+    : folder_(std::move(resourceFolder)),
+      loop_(loop),
+      clock_(clock),
+      output_(std::make_shared<SdlOutput>(clock)) {}
 
 SdlSoundSystem::~SdlSoundSystem() = default;
 
@@ -88,7 +94,7 @@ std::shared_ptr<Sound> SdlSoundSystem::GetSound(std::int32_t number) {
   if (file == soundFiles().end()) {
     return nullptr;
   }
-  return std::make_shared<SdlSound>(SdlClip::load(folder_ / file->second), loop_, clock_);
+  return std::make_shared<SdlSound>(SdlClip::load(folder_ / file->second, output_), loop_, clock_);
 }
 
 std::filesystem::path SdlSoundSystem::defaultResourceFolder() {

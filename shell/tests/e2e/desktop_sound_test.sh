@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Contract: with a sound server, a right answer puts the chime on the server's output and a
-# wrong answer puts nothing there; with no sound server at all, a whole game with sound on
-# plays through (the time-up signal, the name entry, the applause) and its score is saved.
+# Contract: with a sound server, the game loads no SDL2 and opens no stream before its first
+# sound, a right answer puts the chime on the server's output and a wrong answer puts nothing
+# there, and the stream is closed again once the sounds have stopped; with no sound server at
+# all, a whole game with sound on plays through (the time-up signal, the name entry, the
+# applause) and its score is saved.
 #   usage: desktop_sound_test.sh <build dir>
 set -euo pipefail
 source "$(dirname "$0")/x_session.sh" "$1"
@@ -46,6 +48,8 @@ done
 pactl info >/dev/null 2>&1 || fail "the sound server did not start: $(cat "$pulse/log")"
 
 start_game
+grep -q libSDL2 "/proc/$game_pid/maps" && fail "SDL2 was loaded at start-up"
+[[ -z $(pactl list short sink-inputs) ]] || fail "a stream was opened at start-up"
 xdotool key Return
 sleep 1
 read -r x y answer <<<"${problems[0]}"
@@ -56,6 +60,12 @@ right=$(loudness "$work/right.raw")
 echo "loudness: wrong answer $wrong, right answer $right"
 awk -v level="$wrong" 'BEGIN { exit !(level < 0.001) }' || fail "a wrong answer made a sound"
 awk -v level="$right" 'BEGIN { exit !(level > 0.01) }' || fail "the right answer put no sound out"
+# An idle game keeps no stream open on the server (and no audio thread awake).
+for tries in $(seq 150); do
+  [[ -z $(pactl list short sink-inputs) ]] && break
+  sleep 0.1
+done
+[[ -z $(pactl list short sink-inputs) ]] || fail "the stream was still open 15 s after the last sound"
 xdotool key ctrl+q
 wait_for_exit "$game_pid" 30
 [[ $game_status == 0 ]] || fail "the game ended with status $game_status: $(cat "$work/game.log")"

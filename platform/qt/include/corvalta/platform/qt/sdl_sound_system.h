@@ -10,11 +10,14 @@
 
 namespace corvalta::platform::qt {
 
+class SdlOutput;
+
 // The application's sounds as WAV files in a resource folder, played through SDL2. Each
 // number stands for a named file (168 "OK3.wav", 169 "Applause.wav", 170 "Microwave.wav"),
-// read when the number is first asked for; SDL's audio starts at that moment too, never
-// before. A sound whose file cannot be read, or that finds no audio device, plays in silence
-// and ends at once: the game never waits on what cannot play.
+// read when the number is first asked for. SDL2 itself is loaded then too, never before, and
+// the audio device opens as a sound starts and closes when sounds have stopped for a while.
+// A sound whose file cannot be read, or that finds no audio device, plays in silence and ends
+// at once: the game never waits on what cannot play.
 class SdlSoundSystem final : public SoundSystem {
  public:
   SdlSoundSystem(std::filesystem::path resourceFolder, EventLoop& loop, ClockService& clock);
@@ -32,6 +35,7 @@ class SdlSoundSystem final : public SoundSystem {
   std::filesystem::path folder_;
   EventLoop& loop_;
   ClockService& clock_;
+  std::shared_ptr<SdlOutput> output_;
 };
 
 }  // namespace corvalta::platform::qt
