@@ -1,6 +1,8 @@
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/headless/headless_services.h>
 #include <corvalta/platform/menu_item_classes.h>
+#include <corvalta/platform/network_error.h>
+#include <corvalta/platform/qt/loaded_tcp_socket.h>
 #include <corvalta/platform/qt/qt_clock_service.h>
 #include <corvalta/platform/qt/qt_event_loop.h>
 #include <corvalta/platform/qt/sdl_sound_system.h>
@@ -97,6 +99,32 @@ TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
   missing->Play();
   EXPECT_FALSE(missing->IsPlaying());
   ::unsetenv("SDL_AUDIODRIVER");
+}
+
+// Without its module (none lies beside a test program) a socket is still made: each Connect
+// fails with OtherSocketError once it has returned, and a Close before then drops the failure.
+TEST(LoadedTcpSocket, WithoutItsModuleEveryConnectFails) {
+  QtEventLoop loop;
+  QtClockService clock;
+  const auto socket = newLoadedTcpSocket();
+  std::vector<std::int32_t> errors;
+  TCPSocket::Events events;
+  events.onError = [&] {
+    errors.push_back(socket->LastErrorCode());
+    loop.wake();
+  };
+  socket->setEvents(events);
+  socket->setAddress("127.0.0.1");
+  socket->setPort(80);
+  socket->Connect();
+  socket->Close();
+  socket->Connect();
+  EXPECT_TRUE(errors.empty());
+  EXPECT_TRUE(loop.waitUntil([&] { return !errors.empty(); },
+                             {.deliverInput = true, .deadline = clock.now() + 10s}));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(errors, std::vector<std::int32_t>{code(NetworkError::OtherSocketError)});
+  EXPECT_FALSE(socket->IsConnected());
 }
 
 class MenuBarTest : public ::testing::Test {

@@ -3,10 +3,10 @@
 #include <corvalta/platform/app_info.h>
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/qt/desktop_look.h>
+#include <corvalta/platform/qt/loaded_tcp_socket.h>
 #include <corvalta/platform/qt/qt_clock_service.h>
 #include <corvalta/platform/qt/qt_dialogs.h>
 #include <corvalta/platform/qt/qt_event_loop.h>
-#include <corvalta/platform/qt/qt_tcp_socket.h>
 #include <corvalta/platform/qt/qt_view.h>
 #include <corvalta/platform/qt/sdl_sound_system.h>
 #include <corvalta/shell/info_windows.h>
@@ -58,7 +58,7 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   addMenuHandlers(app);
   registerInfoWindows(app);
   update::registerUpdateWindow(app, {*findWindowDescription("updateWindow"),
-                                     [] { return std::make_unique<platform::qt::QtTcpSocket>(); }});
+                                     platform::qt::newLoadedTcpSocket});
   store::Program program(app, store::posixSystemCalls(),
                          store::configurationFolderPath(store::currentUserEnvironment()),
                          [](const std::string& text) {
