@@ -41,8 +41,7 @@ Qt::Alignment fieldAlignment(std::int32_t align) {
 // Font properties arrive one at a time; each changes only its own part of the font. "System"
 // and size 0 mean the platform's own font and size. Sizes are pixels: the windows are laid
 // out in pixels, and a point would grow with the screen's resolution.
-bool showFontProperty(QWidget* widget, std::string_view name, const PropertyValue& value) {
-  QFont font = widget->font();
+bool applyFontProperty(QFont& font, std::string_view name, const PropertyValue& value) {
   if (name == "TextFont") {
     const auto& family = std::get<std::string>(value);
     font.setFamily(family == "System" ? QApplication::font().family() : QString::fromStdString(family));
@@ -60,6 +59,14 @@ bool showFontProperty(QWidget* widget, std::string_view name, const PropertyValu
   } else if (name == "Underline") {
     font.setUnderline(std::get<bool>(value));
   } else {
+    return false;
+  }
+  return true;
+}
+
+bool showFontProperty(QWidget* widget, std::string_view name, const PropertyValue& value) {
+  QFont font = widget->font();
+  if (!applyFontProperty(font, name, value)) {
     return false;
   }
   widget->setFont(font);
@@ -248,6 +255,13 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
   if (widget == nullptr) {
     return nullptr;
   }
+  // The font whole and first: set a part at a time, it passes through fonts that a list's
+  // header measures itself in, and the platform's bold font is loaded for nothing.
+  QFont font = widget->font();
+  for (const auto& property : properties) {
+    applyFontProperty(font, property.name, property.value);
+  }
+  widget->setFont(font);
   for (const auto& property : properties) {
     showControlProperty(widget, className, property.name, property.value);
   }
