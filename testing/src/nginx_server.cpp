@@ -1,47 +1,28 @@
 #include <corvalta/testing/local_ports.h>
 #include <corvalta/testing/nginx_server.h>
+#include <corvalta/testing/temporary_folder.h>
 
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 namespace corvalta::testing {
-namespace {
-
-std::string readFile(const std::filesystem::path& file) {
-  std::ifstream in(file);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-}  // namespace
 
 NginxServer::NginxServer(std::filesystem::path root, std::string_view serverConfig) {
-  std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-nginx-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) {
-    throw std::runtime_error("can't make a folder for nginx");
-  }
-  home_ = pattern;
   // Another process may take the port between our look and nginx's bind: try a few.
   for (int attempt = 0; attempt < 5; ++attempt) {
     if (start(root, serverConfig)) {
       return;
     }
   }
-  const std::string log = readFile(home_ / "error.log") + readFile(home_ / "startup.log");
-  std::filesystem::remove_all(home_);
+  const std::string log = fileBytes(home_.path() / "error.log") + fileBytes(home_.path() / "startup.log");
   throw std::runtime_error("nginx didn't start: " + log);
 }
 
-NginxServer::~NginxServer() {
-  stop();
-  std::filesystem::remove_all(home_);
-}
+NginxServer::~NginxServer() { stop(); }
 
 std::string NginxServer::url(std::string_view path) const {
   return "http://127.0.0.1:" + std::to_string(port_) + std::string(path);
@@ -49,8 +30,8 @@ std::string NginxServer::url(std::string_view path) const {
 
 bool NginxServer::start(std::filesystem::path root, std::string_view serverConfig) {
   port_ = freeLocalPort();
-  const std::string home = home_.string();
-  std::ofstream(home_ / "nginx.conf")
+  const std::string home = home_.path().string();
+  std::ofstream(home + "/nginx.conf")
       << "daemon off;\nmaster_process off;\nworker_processes 1;\n"
       << "pid " << home << "/nginx.pid;\nerror_log " << home << "/error.log warn;\n"
       << "events { worker_connections 1024; }\n"

@@ -2,6 +2,8 @@
 
 #include <sys/types.h>
 
+#include <corvalta/testing/temporary_folder.h>
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -28,7 +30,7 @@ class NginxServer {
   bool start(std::filesystem::path root, std::string_view serverConfig);
   void stop();
 
-  std::filesystem::path home_;
+  TemporaryFolder home_;
   int port_ = 0;
   pid_t pid_ = -1;
 };

@@ -1,21 +1,17 @@
-#include "temporary_folder.h"
+#include <corvalta/testing/temporary_folder.h>
 
 #include <stdlib.h>
-#include <sys/stat.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
-namespace corvalta::store {
+namespace corvalta::testing {
 
 TemporaryFolder::TemporaryFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-store-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) {
-    throw std::runtime_error("mkdtemp failed");
-  }
+  std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-XXXXXX").string();
+  if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp failed");
   path_ = pattern;
 }
 
@@ -26,27 +22,18 @@ TemporaryFolder::~TemporaryFolder() {
   std::filesystem::remove_all(path_, ignored);
 }
 
-std::string fileBytes(const std::string& path) {
-  if (std::filesystem::is_directory(path)) {
-    return "<folder>";
-  }
+std::string fileBytes(const std::filesystem::path& path) {
+  if (std::filesystem::is_directory(path)) return "<folder>";
   std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    return "<missing>";
-  }
+  if (!in) return "<missing>";
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-void writeBytes(const std::string& path, const std::string& bytes) {
+void writeBytes(const std::filesystem::path& path, const std::string& bytes) {
   std::ofstream(path, std::ios::binary) << bytes;
 }
 
-unsigned long inodeOf(const std::string& path) {
-  struct stat status {};
-  return ::stat(path.c_str(), &status) == 0 ? static_cast<unsigned long>(status.st_ino) : 0;
-}
-
-std::vector<std::string> folderEntries(const std::string& path) {
+std::vector<std::string> folderEntries(const std::filesystem::path& path) {
   std::vector<std::string> names;
   for (const auto& entry : std::filesystem::directory_iterator(path)) {
     names.push_back(entry.path().filename().string());
@@ -55,4 +42,4 @@ std::vector<std::string> folderEntries(const std::string& path) {
   return names;
 }
 
-}  // namespace corvalta::store
+}  // namespace corvalta::testing
