@@ -10,14 +10,6 @@ namespace {
 
 using platform::Handler;
 
-const platform::WindowDescription& descriptionOf(std::string_view className) {
-  const auto* description = findWindowDescription(className);
-  if (description == nullptr) {
-    throw platform::NilObjectException("no description of " + std::string(className));
-  }
-  return *description;
-}
-
 template <class W>
 Handler bind(W* window, void (W::*method)()) {
   return [window, method](const platform::EventArgs&) { (window->*method)(); };
@@ -25,7 +17,7 @@ Handler bind(W* window, void (W::*method)()) {
 
 }  // namespace
 
-AboutBox::AboutBox() : Window("AboutBox") { build(descriptionOf("AboutBox")); }
+AboutBox::AboutBox() : Window("AboutBox") { build(windowDescription("AboutBox")); }
 
 Handler AboutBox::handlerFor(std::string_view control, std::string_view event) {
   if (event == "Action" && control == "PushButton1") return bind(this, &AboutBox::PushButton1_Action);
@@ -46,9 +38,9 @@ void AboutBox::StaticText4_Open() {
   control<platform::StaticText>("StaticText4").setText(std::string(platform::app_info::LongVersion()));
 }
 
-Help::Help() : Window("Help") { build(descriptionOf("Help")); }
+Help::Help() : Window("Help") { build(windowDescription("Help")); }
 
-selfTest::selfTest() : Window("selfTest") { build(descriptionOf("selfTest")); }
+selfTest::selfTest() : Window("selfTest") { build(windowDescription("selfTest")); }
 
 Handler selfTest::handlerFor(std::string_view control, std::string_view event) {
   if (event == "Open" && control == "StaticText2") return bind(this, &selfTest::StaticText2_Open);

@@ -1,3 +1,4 @@
+#include <corvalta/platform/errors.h>
 #include <corvalta/shell/window_descriptions.h>
 
 #include "windows/window_tables.h"
@@ -21,6 +22,12 @@ const platform::WindowDescription* findWindowDescription(std::string_view classN
         return window.className == className;
       });
   return found == all.end() ? nullptr : &*found;
+}
+
+const platform::WindowDescription& windowDescription(std::string_view className) {
+  const auto* found = findWindowDescription(className);
+  if (found == nullptr) throw platform::NilObjectException("no description of " + std::string(className));
+  return *found;
 }
 
 }  // namespace corvalta::shell

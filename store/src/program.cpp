@@ -3,7 +3,6 @@
 #include <corvalta/core/module1.h>
 #include <corvalta/core/sounds.h>
 #include <corvalta/core/window1.h>
-#include <corvalta/platform/errors.h>
 #include <corvalta/shell/window_descriptions.h>
 
 #include <cxxabi.h>
@@ -17,14 +16,6 @@
 
 namespace corvalta::store {
 namespace {
-
-const platform::WindowDescription& description(std::string_view className) {
-  const auto* found = shell::findWindowDescription(className);
-  if (found == nullptr) {
-    throw platform::NilObjectException("no description of " + std::string(className));
-  }
-  return *found;
-}
 
 // The class of the exception in flight, as the source names it, without its namespaces.
 std::string currentExceptionClass() {
@@ -64,10 +55,11 @@ void Program::start() {
     app_.Quit(1);
   });
   app_.registerWindowClass("Window1", [this] {
-    return std::make_unique<MainWindow>(description("Window1"), calls_, folder_);
+    return std::make_unique<MainWindow>(shell::windowDescription("Window1"), calls_, folder_);
   });
-  app_.registerWindowClass("Congratulations",
-                           [] { return std::make_unique<Congratulations>(description("Congratulations")); });
+  app_.registerWindowClass("Congratulations", [] {
+    return std::make_unique<Congratulations>(shell::windowDescription("Congratulations"));
+  });
   app_.addMenuHandler("FileQuit", [this] {
     quitCommand();
     return true;

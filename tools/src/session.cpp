@@ -22,12 +22,6 @@ std::map<std::int32_t, std::chrono::milliseconds> soundLengths() {
           {core::kMicrowaveSound, shell::kMicrowaveLength}};
 }
 
-const platform::WindowDescription& description(std::string_view className) {
-  const auto* found = shell::findWindowDescription(className);
-  if (found == nullptr) throw platform::NilObjectException("no description of " + std::string(className));
-  return *found;
-}
-
 // The sound switch of the menu, as the application's commands have it.
 bool setSound(platform::Application& app, bool on) {
   core::Module1.SoundFlag = on;
@@ -63,9 +57,11 @@ Session::Session(std::uint64_t seed, std::ostream& out, std::ostream& err,
       fail("unhandled exception");
     }
   });
-  app_.registerWindowClass("Window1", [] { return std::make_unique<core::Window1>(description("Window1")); });
+  app_.registerWindowClass("Window1", [] {
+    return std::make_unique<core::Window1>(shell::windowDescription("Window1"));
+  });
   app_.registerWindowClass("Congratulations", [] {
-    return std::make_unique<core::CongratulationsStandIn>(description("Congratulations"));
+    return std::make_unique<core::CongratulationsStandIn>(shell::windowDescription("Congratulations"));
   });
   app_.dispatcher().call([this] {
     core::Module1.R = app_.newRandom();

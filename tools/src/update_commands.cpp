@@ -16,12 +16,6 @@
 namespace corvalta::tools {
 namespace {
 
-const platform::WindowDescription& description(std::string_view className) {
-  const auto* found = shell::findWindowDescription(className);
-  if (found == nullptr) throw platform::NilObjectException("no description of " + std::string(className));
-  return *found;
-}
-
 // The check runs while updateWindow is up with its bar running.
 bool checking(platform::Application& app) {
   auto* window = app.liveWindow("updateWindow");
@@ -56,7 +50,7 @@ void installUpdateCheck(Session& session, std::string manifestURL) {
     app.implicitInstance("selfTest").Show();
     return false;
   });
-  update::registerUpdateWindow(app, {description("updateWindow"),
+  update::registerUpdateWindow(app, {shell::windowDescription("updateWindow"),
                                      [&loop] {
                                        return std::make_unique<platform::headless::RealTimeTcpSocket>(
                                            std::make_unique<platform::qt::QtTcpSocket>(), loop);

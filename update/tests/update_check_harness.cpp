@@ -19,12 +19,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const platform::WindowDescription& description(std::string_view className) {
-  const auto* found = shell::findWindowDescription(className);
-  if (found == nullptr) throw std::logic_error("no description of " + std::string(className));
-  return *found;
-}
-
 }  // namespace
 
 void Journal::refreshRequested(platform::PaneChild& child) {
@@ -104,7 +98,7 @@ UpdateCheckHarness::UpdateCheckHarness(std::string manifestURL)
   shell::addMenuHandlers(app_);
   shell::registerInfoWindows(app_);
   auto& loop = services_.loop;
-  registerUpdateWindow(app_, {description("updateWindow"),
+  registerUpdateWindow(app_, {shell::windowDescription("updateWindow"),
                               [&loop] {
                                 return std::make_unique<platform::headless::RealTimeTcpSocket>(
                                     std::make_unique<platform::qt::QtTcpSocket>(), loop);

@@ -12,5 +12,7 @@ namespace corvalta::shell {
 
 // The description of a window class by its name ("Window1", "AboutBox", ...), or nullptr.
 [[nodiscard]] const platform::WindowDescription* findWindowDescription(std::string_view className);
+// The same for a class that must be there: a missing one throws NilObjectException.
+[[nodiscard]] const platform::WindowDescription& windowDescription(std::string_view className);
 
 }  // namespace corvalta::shell
