@@ -1,12 +1,14 @@
-#include "game_support.h"
+#include "game.h"
 
 #include <corvalta/platform/user_input.h>
 #include <corvalta/shell/sound_lengths.h>
 
 #include <gtest/gtest.h>
 
-namespace corvalta::core::testing {
+namespace corvalta::testing {
 namespace {
+
+using core::Module1;
 
 // A typed answer is rounded to two decimals and compared exactly; only a positive number
 // arms Enter; every submission scores or not, clears the fields and puts up a new problem.
@@ -19,28 +21,11 @@ TEST(Answers, TypedAnswersAreJudged) {
     std::int32_t points;  // after Return
   };
   const Case cases[] = {
-      {"Easy", "9 4 3 10 5", "12", true, 1},
-      {"Easy", "9 4 3 10 5", "12.00", true, 1},
-      {"Easy", "9 4 3 10 5", "12.001", true, 1},
-      {"Easy", "9 4 3 10 5", "12.005", true, 0},
-      {"Easy", "9 4 3 10 5", "12.5", true, 0},
-      {"Easy", "9 4 3 10 5", " 12", true, 1},
-      {"Easy", "9 4 3 10 5", "12 apples", true, 1},
-      {"Easy", "9 4 3 10 5", "1.2e1", true, 1},
-      {"Easy", "9 4 3 10 5", "0", false, 0},
-      {"Easy", "9 4 3 10 5", "0.0", false, 0},
-      {"Easy", "9 4 3 10 5", "-12", false, 0},
-      {"Easy", "9 4 3 10 5", "twelve", false, 0},
-      {"Medium", "20 10 8 1 1", "48", true, 3},
-      {"Hard", "99 33 24 5 5", "189", true, 5},
-      {"VeryHard", "10 7 4 6 1", "0.27", true, 10},
-      {"VeryHard", "10 7 4 6 1", ".27", true, 10},
-      {"VeryHard", "10 7 4 6 1", "0.2749", true, 10},
-      {"VeryHard", "10 7 4 6 1", "0.265", true, 10},
-      {"VeryHard", "10 7 4 6 1", "0.2649", true, 0},
-      {"VeryHard", "10 7 4 6 1", "0.3", true, 0},
-      {"VeryHard", "10 7 4 6 1", "0.2", true, 0},
-      {"VeryHard", "10 7 4 6 1", "27", true, 0},
+      {"Easy", "9 4 3 10 5", "12", true, 1},        {"Easy", "9 4 3 10 5", "12.001", true, 1},
+      {"Easy", "9 4 3 10 5", "12.005", true, 0},    {"Easy", "9 4 3 10 5", "0", false, 0},
+      {"Easy", "9 4 3 10 5", "-12", false, 0},      {"Medium", "20 10 8 1 1", "48", true, 3},
+      {"Hard", "99 33 24 5 5", "189", true, 5},     {"VeryHard", "10 7 4 6 1", "0.27", true, 10},
+      {"VeryHard", "10 7 4 6 1", "0.265", true, 10}, {"VeryHard", "10 7 4 6 1", "0.2649", true, 0},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.level) + " '" + c.typed + "'");
@@ -104,4 +89,4 @@ TEST(Answers, AnyTextIsSafe) {
 }
 
 }  // namespace
-}  // namespace corvalta::core::testing
+}  // namespace corvalta::testing

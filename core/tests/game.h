@@ -8,32 +8,36 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <sstream>
 #include <string>
+#include <vector>
 
-namespace corvalta::core::testing {
+namespace corvalta::testing {
 
-// A headless game with a fixed seed, run by script lines.
+// A game on the headless view with a fixed seed, run by script lines. Given a folder, the
+// whole program runs on its files; the run starts when the object is made and ends when it goes.
 class Game {
  public:
-  explicit Game(std::uint64_t seed = 7) : session(seed, out, err) {}
+  explicit Game(std::optional<std::string> folder = std::nullopt) : session(7, out, err, std::move(folder)) {}
 
   // Runs the lines; a failing line fails the test.
   void run(const std::string& script) {
     std::istringstream in(script);
-    const int failures = session.run(in);
-    EXPECT_EQ(failures, 0) << err.str();
+    EXPECT_EQ(session.run(in), 0) << err.str();
   }
 
-  Window1& window() { return Window1::instance(); }
-  std::string text(const std::string& control) {
-    auto* child = window().controlByName(control);
-    if (auto* label = dynamic_cast<platform::StaticText*>(child)) return label->Text();
-    return window().control<platform::EditField>(control).Text();
+  core::Window1& window() { return core::Window1::instance(); }
+  template <class C>
+  C& control(const std::string& name) { return window().control<C>(name); }
+  std::string text(const std::string& name) {
+    if (auto* label = dynamic_cast<platform::StaticText*>(window().controlByName(name))) return label->Text();
+    return control<platform::EditField>(name).Text();
   }
-  bool enabled(const std::string& control) { return window().control<platform::Control>(control).Enabled(); }
-  bool isDefault(const std::string& control) { return window().control<platform::PushButton>(control).Default(); }
-  std::int32_t timerMode() { return window().control<platform::Timer>("Timer1").Mode(); }
+  bool enabled(const std::string& name) { return control<platform::Control>(name).Enabled(); }
+  bool isDefault(const std::string& name) { return control<platform::PushButton>(name).Default(); }
+  bool selected(const std::string& level) { return control<platform::RadioButton>(level).Value(); }
+  std::vector<std::vector<std::string>> rows() { return control<platform::Listbox>("HighScores").rows(); }
   std::int64_t now() { return session.services().loop.elapsed().count(); }
 
   std::ostringstream out;
@@ -41,4 +45,4 @@ class Game {
   tools::Session session;
 };
 
-}  // namespace corvalta::core::testing
+}  // namespace corvalta::testing

@@ -1,4 +1,4 @@
-#include "game_support.h"
+#include "game.h"
 
 #include <corvalta/tools/problems.h>
 
@@ -6,8 +6,10 @@
 
 #include <iostream>
 
-namespace corvalta::core::testing {
+namespace corvalta::testing {
 namespace {
+
+using core::Module1;
 
 // With their draws queued, the worked problems come out as stated: restarts, the swap, the
 // rejected third number, and the whole Very Hard quotient drawn again.
@@ -109,4 +111,4 @@ TEST(Problems, SampledProblemsKeepInvariantsAndRanges) {
 }
 
 }  // namespace
-}  // namespace corvalta::core::testing
+}  // namespace corvalta::testing

@@ -1,20 +1,20 @@
 #include <fcntl.h>
-#include <sys/mount.h>
 #include <unistd.h>
 
+#include <corvalta/testing/temporary_folder.h>
 #include <gtest/gtest.h>
 
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "corvalta/store/whole_file.h"
-#include "temporary_folder.h"
+#include "mount.h"
 
-namespace corvalta::store {
+namespace corvalta::testing {
 namespace {
+
+using namespace store;
 
 const std::string kName = "corvalta-highscores.plist";
 const std::string kOldText = std::string(9, ' ') + "\t \t0\n";
@@ -44,38 +44,12 @@ void takeEveryInode(const std::string& folder) {
   }
 }
 
-// A tiny tmpfs mounted over a folder for the length of a test.
-class TinyTmpfs {
- public:
-  explicit TinyTmpfs(const std::string& at)
-      : at_(at), mounted_(::mount("tmpfs", at.c_str(), "tmpfs", 0, "size=64k,nr_inodes=32") == 0),
-        error_(errno) {}
-  ~TinyTmpfs() {
-    if (mounted_) {
-      ::umount2(at_.c_str(), MNT_DETACH);
-    }
-  }
-  TinyTmpfs(const TinyTmpfs&) = delete;
-  TinyTmpfs& operator=(const TinyTmpfs&) = delete;
-
-  [[nodiscard]] bool mounted() const { return mounted_; }
-  [[nodiscard]] int error() const { return error_; }
-
- private:
-  std::string at_;
-  bool mounted_;
-  int error_;
-};
-
 // On a disk that fills up, each save ends either saved with the new file or not saved with
 // the old file as it was and no other file left behind.
 TEST(FullDisk, EverySaveEndsSavedOrWithTheOldFileIntact) {
   TemporaryFolder mountPoint;
-  const TinyTmpfs disk(mountPoint.path());
-  if (!disk.mounted()) {
-    GTEST_SKIP() << "mounting a tmpfs needs CAP_SYS_ADMIN (" << std::strerror(disk.error())
-                 << "): skipped";
-  }
+  const Mount disk(mountPoint.path(), "size=64k,nr_inodes=32");
+  if (!disk.made()) GTEST_SKIP() << disk.why();
   struct Case {
     off_t freeBytes;   // -1: space left, but no inode
     std::size_t newSize;
@@ -89,7 +63,7 @@ TEST(FullDisk, EverySaveEndsSavedOrWithTheOldFileIntact) {
   int saved = 0;
   int intact = 0;
   for (const Case& c : cases) {
-    SCOPED_TRACE(testing::Message() << "free " << c.freeBytes << ", new size " << c.newSize);
+    SCOPED_TRACE(::testing::Message() << "free " << c.freeBytes << ", new size " << c.newSize);
     const std::string folder = mountPoint / "prefs";
     for (const auto& entry : std::filesystem::directory_iterator(mountPoint.path())) {
       std::filesystem::remove_all(entry.path());
@@ -116,4 +90,4 @@ TEST(FullDisk, EverySaveEndsSavedOrWithTheOldFileIntact) {
 }
 
 }  // namespace
-}  // namespace corvalta::store
+}  // namespace corvalta::testing

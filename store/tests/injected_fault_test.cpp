@@ -1,3 +1,4 @@
+#include <corvalta/testing/temporary_folder.h>
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -6,10 +7,11 @@
 
 #include "corvalta/store/whole_file.h"
 #include "faulty_system_calls.h"
-#include "temporary_folder.h"
 
-namespace corvalta::store {
+namespace corvalta::testing {
 namespace {
+
+using namespace store;
 
 const std::string kOldText = "Ann\tHard\t120\n" + std::string(300, 'o') + "\n";
 const std::string kNewText = "Bo\t Very Hard\t130\n" + std::string(5000, 'n') + "\n";
@@ -35,7 +37,7 @@ TEST(InjectedFault, EachCallOfASaveFailingInTurn) {
   for (const bool oldFileThere : {true, false}) {
     for (const int error : {EIO, ENOSPC, EACCES, EINTR}) {
       for (std::size_t index = 0; index < log.size(); ++index) {
-        SCOPED_TRACE(testing::Message() << "call " << index << " (" << log[index] << ") fails with "
+        SCOPED_TRACE(::testing::Message() << "call " << index << " (" << log[index] << ") fails with "
                                         << error << (oldFileThere ? "" : ", no old file"));
         TemporaryFolder folder;
         if (oldFileThere) {
@@ -62,4 +64,4 @@ TEST(InjectedFault, EachCallOfASaveFailingInTurn) {
 }
 
 }  // namespace
-}  // namespace corvalta::store
+}  // namespace corvalta::testing

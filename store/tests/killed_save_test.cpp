@@ -2,16 +2,18 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <corvalta/testing/temporary_folder.h>
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
 
 #include "corvalta/store/whole_file.h"
-#include "temporary_folder.h"
 
-namespace corvalta::store {
+namespace corvalta::testing {
 namespace {
+
+using namespace store;
 
 std::string table(const std::string& name, const std::string& level, int firstScore) {
   std::string text;
@@ -43,7 +45,7 @@ TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
                                 table("\xc3\x85sa", " Very Hard", 90)};
   writeBytes(path, texts[1]);
   const unsigned seed = std::random_device{}();
-  SCOPED_TRACE(testing::Message() << "seed " << seed);
+  SCOPED_TRACE(::testing::Message() << "seed " << seed);
   std::mt19937 random(seed);
   std::size_t completed = 0;
   int kills = 0;
@@ -77,10 +79,10 @@ TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
     const std::string bytes = fileBytes(path);
     ASSERT_TRUE(bytes == texts[0] || bytes == texts[1])
         << "after kill " << kills << " and " << completed << " saves the file holds "
-        << testing::PrintToString(bytes);
+        << ::testing::PrintToString(bytes);
   }
   RecordProperty("kills", kills);
 }
 
 }  // namespace
-}  // namespace corvalta::store
+}  // namespace corvalta::testing

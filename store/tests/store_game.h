@@ -1,48 +1,21 @@
 #pragma once
 
-#include <corvalta/core/module1.h>
-#include <corvalta/core/window1.h>
-#include <corvalta/platform/controls.h>
-#include <corvalta/tools/session.h>
-#include <gtest/gtest.h>
+#include <corvalta/testing/temporary_folder.h>
+#include <sys/stat.h>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
-namespace corvalta::store::testing {
+#include "game.h"
+
+namespace corvalta::testing {
 
 using Rows = std::vector<std::vector<std::string>>;
 
-// One run of the program on the headless view with its files in `folder`, driven by script
-// lines. The run starts when the object is made and ends when it goes.
-class StoreGame {
- public:
-  explicit StoreGame(const std::string& folder, std::uint64_t seed = 7)
-      : session(seed, out, err, folder) {}
+inline const std::string kSettings = "corvalta.plist";
+inline const std::string kScores = "corvalta-highscores.plist";
 
-  // Runs the lines; a failing line fails the test.
-  void run(const std::string& script) {
-    std::istringstream in(script);
-    EXPECT_EQ(session.run(in), 0) << err.str();
-  }
-
-  core::Window1& window() { return core::Window1::instance(); }
-  platform::Listbox& table() { return window().control<platform::Listbox>("HighScores"); }
-  Rows rows() { return table().rows(); }
-  bool selected(const char* level) { return window().control<platform::RadioButton>(level).Value(); }
-  std::string text(const char* control) {
-    auto* child = window().controlByName(control);
-    if (auto* label = dynamic_cast<platform::StaticText*>(child)) return label->Text();
-    return window().control<platform::EditField>(control).Text();
-  }
-
-  std::ostringstream out;
-  std::ostringstream err;
-  tools::Session session;
-};
-
-// The file of ten rows, each ending in LF.
+// The score file of these rows, each line ending in LF.
 inline std::string tableText(const Rows& rows) {
   std::string text;
   for (const auto& row : rows) text += row[0] + "\t" + row[1] + "\t" + row[2] + "\n";
@@ -51,9 +24,22 @@ inline std::string tableText(const Rows& rows) {
 
 inline Rows defaultRows() { return Rows(10, {" ", " ", "0"}); }
 
+// The rows with a new one at `at` and the last one gone, as a score enters the table.
+inline Rows entered(Rows rows, std::ptrdiff_t at, std::vector<std::string> row) {
+  rows.insert(rows.begin() + at, std::move(row));
+  rows.pop_back();
+  return rows;
+}
+
+// The file's inode number: a replaced file has a new one. 0 when there is no file.
+inline unsigned long inodeOf(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 ? static_cast<unsigned long>(status.st_ino) : 0;
+}
+
 // A right answer at Easy worth 1 point: the problem 9 - 4, 4 + 3, answered 12.
 inline const char* const kRightAnswerAtEasy = "queue 9 4 3 10 5\npress Start\ntype Answer 12\nkey Return\n";
 // A right answer at Very Hard worth 10 points: (10 - 7) / (7 + 4), answered 0.27.
 inline const char* const kRightAnswerAtVeryHard = "queue 10 7 4 6 1\npress Start\ntype Answer 0.27\nkey Return\n";
 
-}  // namespace corvalta::store::testing
+}  // namespace corvalta::testing

@@ -1,7 +1,6 @@
 #include "store_game.h"
-#include "temporary_folder.h"
 
-namespace corvalta::store::testing {
+namespace corvalta::testing {
 namespace {
 
 using core::Module1;
@@ -12,24 +11,22 @@ using core::Module1;
 TEST(WholeLife, SettingsAndScoreSurviveARestart) {
   TemporaryFolder home;
   const std::string folder = home / "config";
-  Rows table = defaultRows();
-  table.insert(table.begin(), {"Zo\xc3\xab", " Very Hard", "10"});  // Zoë, typed
-  table.pop_back();
+  const Rows table = entered(defaultRows(), 0, {"Zo\xc3\xab", " Very Hard", "10"});  // Zoë, typed
   {
-    StoreGame first(folder);
-    EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "True\nEasy\n");
-    EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(defaultRows()));
+    Game first(folder);
+    EXPECT_EQ(fileBytes(folder + "/" + kSettings), "True\nEasy\n");
+    EXPECT_EQ(fileBytes(folder + "/" + kScores), tableText(defaultRows()));
     first.run(std::string("press VeryHard\nmenu SoundSoundOff\n") + kRightAnswerAtVeryHard +
               "advance 90000\ntype NameField Zo\xc3\xab\npress Enter\n");
-    EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(table)) << "on disk at once";
-    EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "True\nEasy\n") << "settings wait for the quit";
+    EXPECT_EQ(fileBytes(folder + "/" + kScores), tableText(table)) << "on disk at once";
+    EXPECT_EQ(fileBytes(folder + "/" + kSettings), "True\nEasy\n") << "settings wait for the quit";
     first.run("quit\n");
   }
-  EXPECT_EQ(fileBytes(folder + "/corvalta.plist"), "False\nVery Hard\n");
-  EXPECT_EQ(fileBytes(folder + "/corvalta-highscores.plist"), tableText(table));
-  EXPECT_EQ(folderEntries(folder), (std::vector<std::string>{"corvalta-highscores.plist", "corvalta.plist"}));
+  EXPECT_EQ(fileBytes(folder + "/" + kSettings), "False\nVery Hard\n");
+  EXPECT_EQ(fileBytes(folder + "/" + kScores), tableText(table));
+  EXPECT_EQ(folderEntries(folder), (std::vector<std::string>{kScores, kSettings}));
 
-  StoreGame second(folder);
+  Game second(folder);
   EXPECT_TRUE(second.selected("VeryHard"));
   EXPECT_FALSE(Module1.SoundFlag);
   EXPECT_EQ(Module1.Difficulty, " Very Hard");
@@ -39,4 +36,4 @@ TEST(WholeLife, SettingsAndScoreSurviveARestart) {
 }
 
 }  // namespace
-}  // namespace corvalta::store::testing
+}  // namespace corvalta::testing
