@@ -1,11 +1,7 @@
 #include "http_client_harness.h"
 
-#include <stdlib.h>
-
 #include <algorithm>
 #include <cstdio>
-#include <fstream>
-#include <sstream>
 
 namespace corvalta::net {
 
@@ -103,18 +99,8 @@ void FakeClient::answer(const std::vector<std::string>& pieces, bool close) {
   }
 }
 
-TempDir::TempDir() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-net-XXXXXX").string();
-  path_ = ::mkdtemp(pattern.data());
-}
-
-TempDir::~TempDir() { std::filesystem::remove_all(path_); }
-
-std::string contents(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
+void FakeClient::answerWhenWaited(const std::string& bytes) {
+  loop.at({}, [this, bytes] { answer({bytes}); });
 }
 
 }  // namespace corvalta::net

@@ -4,7 +4,6 @@
 #include <corvalta/testing/fake_tcp_socket.h>
 #include <corvalta/testing/virtual_time_loop.h>
 
-#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -46,21 +45,9 @@ struct FakeClient {
   // Accepts the connection and plays the server's side: each piece is sent in turn, then the
   // server closes.
   void answer(const std::vector<std::string>& pieces, bool close = true);
+  // The same for a waiting call: the server accepts, sends the bytes and closes once the call
+  // waits.
+  void answerWhenWaited(const std::string& bytes);
 };
-
-// A folder of its own under the temporary folder, removed with everything in it.
-class TempDir {
- public:
-  TempDir();
-  ~TempDir();
-  TempDir(const TempDir&) = delete;
-  TempDir& operator=(const TempDir&) = delete;
-  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-std::string contents(const std::filesystem::path& file);
 
 }  // namespace corvalta::net

@@ -3,10 +3,10 @@
 #include <corvalta/testing/local_ports.h>
 #include <corvalta/testing/nginx_server.h>
 #include <corvalta/testing/scripted_server.h>
+#include <corvalta/testing/temporary_folder.h>
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <random>
 
 namespace corvalta::net {
@@ -17,105 +17,35 @@ using testing::ScriptedServer;
 using Lines = std::vector<std::string>;
 using std::chrono::milliseconds;
 
-// The kind of each logged event, without its arguments.
-Lines kinds(const Lines& lines) {
-  Lines result;
-  for (const std::string& line : lines) {
-    const std::string kind = line.substr(0, line.find(' '));
-    if (result.empty() || result.back() != kind || kind != "ReceiveProgress") {
-      result.push_back(kind);
-    }
-  }
-  return result;
-}
-
-class NginxTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    std::ofstream(root_.path() / "small.txt") << "hello nginx\n";
-    std::mt19937 random(7);
-    large_.resize(8 << 20);
-    for (char& c : large_) {
-      c = static_cast<char>(random());
-    }
-    std::ofstream(root_.path() / "large.bin", std::ios::binary) << large_;
-    nginx_ = std::make_unique<NginxServer>(root_.path(), "location = /old { return 301 /small.txt; }");
-  }
-
-  TempDir root_;
-  std::string large_;
-  std::unique_ptr<NginxServer> nginx_;
-};
-
-// Pages from a real server come with their status, headers and body, events in order: a 404
-// and a redirect are pages like any other, and HEAD stops at the headers.
-TEST_F(NginxTest, Pages) {
-  struct Case {
-    std::string path;
-    std::int32_t status;
-    std::string bodyStart;
-    std::string header;
-    std::string headerValue;
-  };
-  const std::vector<Case> cases = {
-      {"/small.txt", 200, "hello nginx\n", "Content-Length", "12"},
-      {"/missing", 404, "<html>", "Content-Type", "text/html"},
-      {"/old", 301, "<html>", "location", nginx_->url("/small.txt")},
-  };
-  for (const Case& c : cases) {
-    QtClient client;
-    std::string page;
-    HTTPSocket::Headers headers;
-    client.http->events.PageReceived = [&](const std::string&, std::int32_t status,
-                                           const HTTPSocket::Headers& h, const std::string& content) {
-      client.log.lines.push_back("PageReceived " + std::to_string(status));
-      page = content;
-      headers = h;
-      client.loop.wake();
-    };
-    client.http->Get(nginx_->url(c.path));
-    ASSERT_TRUE(client.runUntilEnded()) << c.path;
-    EXPECT_EQ(kinds(client.log.lines),
-              (Lines{"Connected", "HeadersReceived", "ReceiveProgress", "PageReceived"}))
-        << c.path;
-    EXPECT_EQ(client.log.lines.back(), "PageReceived " + std::to_string(c.status)) << c.path;
-    EXPECT_TRUE(page.starts_with(c.bodyStart)) << c.path;
-    ASSERT_NE(headers, nullptr);
-    EXPECT_EQ(headers->Value(c.header), c.headerValue) << c.path;
-    EXPECT_EQ(client.http->ErrorCode(), 0) << c.path;
-  }
-
-  QtClient head;
-  const auto headers = head.http->GetHeaders(nginx_->url("/small.txt"), 10);
-  ASSERT_NE(headers, nullptr);
-  EXPECT_EQ(headers->Value("content-length"), "12");
-  EXPECT_EQ(head.http->HTTPStatusCode(), 200);
-  EXPECT_EQ(head.http->Get(nginx_->url("/small.txt"), 10), "hello nginx\n");
-  EXPECT_TRUE(head.log.lines.empty());
-}
-
 // A large file goes to disk byte for byte, its progress counting up to the announced length,
 // by events and by the waiting call.
-TEST_F(NginxTest, LargeDownload) {
-  const TempDir out;
+TEST(NginxTest, LargeDownload) {
+  const testing::TemporaryFolder root;
+  std::string large(8 << 20, '\0');
+  std::mt19937 random(7);
+  for (char& c : large) c = static_cast<char>(random());
+  testing::writeBytes(root.path() / "large.bin", large);
+  const NginxServer nginx(root.path());
+
+  const testing::TemporaryFolder out;
   QtClient client;
   std::int64_t lastCount = 0;
   bool expectedAlways = true;
   client.http->events.ReceiveProgress = [&](std::int64_t soFar, std::int64_t expected,
                                             const std::string& data) {
-    expectedAlways = expectedAlways && expected == static_cast<std::int64_t>(large_.size()) &&
+    expectedAlways = expectedAlways && expected == static_cast<std::int64_t>(large.size()) &&
                      soFar == lastCount + static_cast<std::int64_t>(data.size());
     lastCount = soFar;
   };
-  client.http->Get(nginx_->url("/large.bin"), out.path() / "a.bin");
+  client.http->Get(nginx.url("/large.bin"), out.path() / "a.bin");
   ASSERT_TRUE(client.runUntilEnded());
   EXPECT_EQ(client.log.lines.back().substr(0, 20), "DownloadComplete htt");
   EXPECT_TRUE(expectedAlways);
-  EXPECT_EQ(lastCount, static_cast<std::int64_t>(large_.size()));
-  EXPECT_TRUE(contents(out.path() / "a.bin") == large_);
+  EXPECT_EQ(lastCount, static_cast<std::int64_t>(large.size()));
+  EXPECT_TRUE(testing::fileBytes(out.path() / "a.bin") == large);
 
-  EXPECT_TRUE(client.http->Get(nginx_->url("/large.bin"), out.path() / "b.bin", 10));
-  EXPECT_TRUE(contents(out.path() / "b.bin") == large_);
+  EXPECT_TRUE(client.http->Get(nginx.url("/large.bin"), out.path() / "b.bin", 10));
+  EXPECT_TRUE(testing::fileBytes(out.path() / "b.bin") == large);
 }
 
 // A port where nothing listens fails the request with its code, and nothing else fires.

@@ -152,24 +152,6 @@ TEST(InternetHeadersTest, SetHeaderEdges) {
   EXPECT_EQ(Access::FormatHTTPHeaders(headers), "X: five\r\nContent-Type: b\r\nHost: h");
 }
 
-// A long block of one name parses into numbered values without a gap, and appends after
-// deletes land on the first free number.
-TEST(InternetHeadersTest, ManyValuesOfOneName) {
-  std::string block = "HTTP/1.0 200 OK";
-  for (int i = 0; i < 10000; ++i) {
-    block += "\r\nX: " + std::to_string(i);
-  }
-  InternetHeaders headers = parsed(block);
-  ASSERT_EQ(headers.NameCount("X"), 10000);
-  EXPECT_EQ(headers.Value("X", 9999), "9999");
-  headers.Delete("X", 10);
-  headers.AppendHeader("x", "new");
-  EXPECT_EQ(headers.NameCount("X"), 10000);
-  EXPECT_EQ(headers.Value("X", 10), "11");
-  EXPECT_EQ(headers.Value("X", 9999), "new");
-  EXPECT_EQ(headers.Value(headers.Count() - 1), "new");
-}
-
 // Formatting writes one CR LF-joined line per entry; Source keeps a parsed block even after
 // the list changes; mail order puts the well-known headers first and never writes BCC.
 TEST(InternetHeadersTest, FormatsBlocks) {
