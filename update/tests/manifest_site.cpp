@@ -1,8 +1,6 @@
 #include "manifest_site.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <stdexcept>
+#include <filesystem>
 
 #ifndef CORVALTA_DEPLOY_DIR
 #error "CORVALTA_DEPLOY_DIR must name the source's deploy folder"
@@ -10,28 +8,18 @@
 
 namespace corvalta::update::testing {
 
-ManifestSite::ManifestSite() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-site-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("can't make a site folder");
-  root_ = pattern;
-  std::filesystem::create_directory(root_ / "Updates");
-  const std::filesystem::path snippet =
-      std::filesystem::path(CORVALTA_DEPLOY_DIR) / "nginx" / "corvalta-updates.conf";
-  server_ = std::make_unique<corvalta::testing::NginxServer>(root_, "include " + snippet.string() + ";");
-}
-
-ManifestSite::~ManifestSite() {
-  server_.reset();
-  std::filesystem::remove_all(root_);
+ManifestSite::ManifestSite()
+    : server_(root_.path(), "include " CORVALTA_DEPLOY_DIR "/nginx/corvalta-updates.conf;") {
+  std::filesystem::create_directory(root_.path() / "Updates");
 }
 
 void ManifestSite::publish(const std::optional<std::string>& page) {
-  const auto file = root_ / "Updates" / "corvalta.xml";
-  if (!page) {
+  const auto file = root_.path() / "Updates" / "corvalta.xml";
+  if (page) {
+    corvalta::testing::writeBytes(file, *page);
+  } else {
     std::filesystem::remove(file);
-    return;
   }
-  std::ofstream(file, std::ios::binary | std::ios::trunc) << *page;
 }
 
 std::string manifest(const std::string& version, const std::string& description,

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <corvalta/testing/nginx_server.h>
+#include <corvalta/testing/temporary_folder.h>
 
-#include <filesystem>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,17 +13,14 @@ namespace corvalta::update::testing {
 class ManifestSite {
  public:
   ManifestSite();
-  ~ManifestSite();
-  ManifestSite(const ManifestSite&) = delete;
-  ManifestSite& operator=(const ManifestSite&) = delete;
 
   // Serves `page` as the manifest; nullopt removes it, so the server answers 404.
   void publish(const std::optional<std::string>& page);
-  [[nodiscard]] std::string manifestURL() const { return server_->url("/Updates/corvalta.xml"); }
+  [[nodiscard]] std::string manifestURL() const { return server_.url("/Updates/corvalta.xml"); }
 
  private:
-  std::filesystem::path root_;
-  std::unique_ptr<corvalta::testing::NginxServer> server_;
+  corvalta::testing::TemporaryFolder root_;
+  corvalta::testing::NginxServer server_;
 };
 
 // A manifest with the four values, one per line, inside a root element.
