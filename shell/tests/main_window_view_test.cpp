@@ -1,13 +1,7 @@
-#include <corvalta/core/module1.h>
 #include <corvalta/core/window1.h>
-#include <corvalta/platform/headless/headless_services.h>
 #include <corvalta/platform/qt/qt_view.h>
 #include <corvalta/platform/user_input.h>
-#include <corvalta/shell/info_windows.h>
-#include <corvalta/shell/menus.h>
 #include <corvalta/shell/window_descriptions.h>
-
-#include <gtest/gtest.h>
 
 #include <QHeaderView>
 #include <QLabel>
@@ -16,15 +10,13 @@
 #include <QPlainTextEdit>
 #include <QTableWidget>
 
+#include "shell_app.h"
+
 namespace corvalta::shell {
 namespace {
 
-struct MainWindowView : ::testing::Test {
+struct MainWindowView : ShellApp {
   MainWindowView() {
-    core::Module1 = {};
-    app.setMenuBar(makeMenuBar1());
-    addMenuHandlers(app);
-    registerInfoWindows(app);
     app.registerWindowClass("Window1", [] {
       return std::make_unique<core::Window1>(*findWindowDescription("Window1"));
     });
@@ -33,10 +25,7 @@ struct MainWindowView : ::testing::Test {
     app.dispatcher().call([] { core::Window1::instance(); });
     top = view.topLevel("Window1");
   }
-  ~MainWindowView() override {
-    app.setObserver(nullptr);
-    core::Module1 = {};
-  }
+  ~MainWindowView() override { app.setObserver(nullptr); }
 
   // The widget of a control: the one at the control's place in the content area.
   template <class W>
@@ -47,8 +36,6 @@ struct MainWindowView : ::testing::Test {
     return nullptr;
   }
 
-  platform::headless::HeadlessServices services{1};
-  platform::Application app{services.services()};
   platform::qt::QtView view{app};
   QWidget* top = nullptr;
 };

@@ -1,31 +1,18 @@
-#include <corvalta/core/module1.h>
 #include <corvalta/platform/app_info.h>
 #include <corvalta/platform/controls.h>
-#include <corvalta/platform/headless/headless_services.h>
 #include <corvalta/platform/menu_item_classes.h>
 #include <corvalta/platform/user_input.h>
-#include <corvalta/shell/info_windows.h>
-#include <corvalta/shell/menus.h>
 
-#include <gtest/gtest.h>
+#include "shell_app.h"
 
 namespace corvalta::shell {
 namespace {
 
-using platform::Application;
 using platform::EditField;
 using platform::MenuItem;
 using platform::StaticText;
 
-struct Shell : ::testing::Test {
-  Shell() {
-    core::Module1 = {};
-    app.setMenuBar(makeMenuBar1());
-    addMenuHandlers(app);
-    registerInfoWindows(app);
-  }
-  ~Shell() override { core::Module1 = {}; }
-
+struct Shell : ShellApp {
   std::string checks() const {
     const auto mark = [this](const char* name) { return app.MenuBar()->Lookup(name)->Checked ? "x" : "-"; };
     return std::string(mark("SoundSoundOn")) + mark("SoundSoundOff");
@@ -34,9 +21,6 @@ struct Shell : ::testing::Test {
   std::string staticText(const char* window, const char* control) {
     return app.liveWindow(window)->control<StaticText>(control).Text();
   }
-
-  platform::headless::HeadlessServices services{1};
-  Application app{services.services()};
 };
 
 // The tree stands in the order the user sees, with texts, shortcuts and item classes.
