@@ -141,6 +141,14 @@ ControlDescription control(RecordClass recordClass, std::string name, const Prop
   return {std::move(name), recordClass, std::move(bytes), std::move(events)};
 }
 
+// A control with a caption in its own typeface: a button, a radio button, a group box.
+ControlDescription captioned(RecordClass recordClass, std::string name, Place place,
+                             std::string caption, const Font& font, const PropertyList& more,
+                             Events events) {
+  const auto row = join({named(name, place), typeface(font), {{"Caption", std::move(caption)}}, more});
+  return control(recordClass, std::move(name), row, std::move(events));
+}
+
 }  // namespace
 
 ControlDescription staticText(std::string name, Place place, std::string text, Font font,
@@ -158,19 +166,18 @@ ControlDescription editField(std::string name, Place place, Font font, PropertyL
 
 ControlDescription pushButton(std::string name, Place place, std::string caption, Font font,
                               PropertyList more, Events events) {
-  const auto row = join({named(name, place), typeface(font), {{"Caption", std::move(caption)}}, more});
-  return control(RecordClass::PushButton, std::move(name), row, std::move(events));
+  return captioned(RecordClass::PushButton, std::move(name), place, std::move(caption), font, more,
+                   std::move(events));
 }
 
 ControlDescription radioButton(std::string name, Place place, std::string caption, Font font,
                                PropertyList more, Events events) {
-  const auto row = join({named(name, place), typeface(font), {{"Caption", std::move(caption)}}, more});
-  return control(RecordClass::RadioButton, std::move(name), row, std::move(events));
+  return captioned(RecordClass::RadioButton, std::move(name), place, std::move(caption), font, more,
+                   std::move(events));
 }
 
 ControlDescription groupBox(std::string name, Place place, std::string caption, Font font) {
-  const auto row = join({named(name, place), typeface(font), {{"Caption", std::move(caption)}}});
-  return control(RecordClass::GroupBox, std::move(name), row, {});
+  return captioned(RecordClass::GroupBox, std::move(name), place, std::move(caption), font, {}, {});
 }
 
 ControlDescription listbox(std::string name, Place place, Font font, PropertyList more,
