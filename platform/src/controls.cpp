@@ -6,6 +6,7 @@
 #include <corvalta/platform/window.h>
 
 #include <string>
+#include <vector>
 
 #include "character_class.h"
 
@@ -23,6 +24,20 @@ bool maskAdmits(std::string_view mask, std::int32_t position, std::string_view c
   if (place == "A") return isLetterOrDigit(character);
   if (place == "0" || place == "9" || place == "#") return isDigit(character);
   return isPrintable(character);
+}
+
+// The characters of `text`, in order, that a field with `mask` and `limit` lets in when they
+// are typed one after the other into it, empty.
+std::vector<std::string> admittedCharacters(std::string_view mask, std::int32_t limit,
+                                            std::string_view text) {
+  std::vector<std::string> kept;
+  for (std::int32_t i = 1; i <= Len(text); ++i) {
+    const auto length = static_cast<std::int32_t>(kept.size());
+    if (limit > 0 && length >= limit) break;
+    std::string character = Mid(text, i, 1);
+    if (maskAdmits(mask, length, character)) kept.push_back(std::move(character));
+  }
+  return kept;
 }
 
 }  // namespace
@@ -56,35 +71,17 @@ void EditField::setText(std::string text) {
 void EditField::userType(std::string_view text) {
   if (!acceptsInput() || ReadOnly()) return;
   setText({});
-  const std::string mask = Mask();
-  const std::int32_t limit = LimitText();
-  for (std::int32_t i = 1; i <= Len(text); ++i) {
-    const std::string character = Mid(text, i, 1);
-    const std::int32_t length = Len(Text());
-    if (limit > 0 && length >= limit) break;
-    if (!maskAdmits(mask, length, character)) continue;
+  // One TextChange a character, as each keystroke raises its own.
+  for (const std::string& character : admittedCharacters(Mask(), LimitText(), text)) {
     setText(Text() + character);
   }
 }
 
-std::string EditField::admitted(std::string_view text) const {
-  const std::string mask = Mask();
-  const std::int32_t limit = LimitText();
-  std::string kept;
-  std::int32_t length = 0;
-  for (std::int32_t i = 1; i <= Len(text); ++i) {
-    if (limit > 0 && length >= limit) break;
-    const std::string character = Mid(text, i, 1);
-    if (!maskAdmits(mask, length, character)) continue;
-    kept += character;
-    ++length;
-  }
-  return kept;
-}
-
 void EditField::userEdit(std::string_view text) {
   if (!acceptsInput() || ReadOnly()) return;
-  setText(admitted(text));
+  std::string kept;
+  for (const std::string& character : admittedCharacters(Mask(), LimitText(), text)) kept += character;
+  setText(std::move(kept));
 }
 
 void PushButton::userPress() {

@@ -64,9 +64,6 @@ class EditField : public Control {
   // input and is not read-only.
   void userEdit(std::string_view text);
   void userPress() override { SetFocus(); }
-
- private:
-  [[nodiscard]] std::string admitted(std::string_view text) const;
 };
 
 class PushButton : public Control {
