@@ -3,8 +3,6 @@
 #include <corvalta/platform/user_input.h>
 #include <corvalta/shell/sound_lengths.h>
 
-#include <gtest/gtest.h>
-
 namespace corvalta::testing {
 namespace {
 
@@ -13,14 +11,11 @@ using core::Module1;
 // A typed answer is rounded to two decimals and compared exactly; only a positive number
 // arms Enter; every submission scores or not, clears the fields and puts up a new problem.
 TEST(Answers, TypedAnswersAreJudged) {
-  struct Case {
-    const char* level;
-    const char* draws;  // the problem on show: Easy 12, Very Hard 0.27
-    const char* typed;
+  const struct {
+    const char *level, *draws, *typed;  // the problem on show: Easy 12, Medium 48, Hard 189, Very Hard 0.27
     bool armed;
     std::int32_t points;  // after Return
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"Easy", "9 4 3 10 5", "12", true, 1},        {"Easy", "9 4 3 10 5", "12.001", true, 1},
       {"Easy", "9 4 3 10 5", "12.005", true, 0},    {"Easy", "9 4 3 10 5", "0", false, 0},
       {"Easy", "9 4 3 10 5", "-12", false, 0},      {"Medium", "20 10 8 1 1", "48", true, 3},
@@ -31,22 +26,14 @@ TEST(Answers, TypedAnswersAreJudged) {
     SCOPED_TRACE(std::string(c.level) + " '" + c.typed + "'");
     Game game;
     game.run(std::string("press ") + c.level + "\nqueue " + c.draws + "\npress Start\ntype Answer " + c.typed + "\n");
-    EXPECT_EQ(game.enabled("Enter"), c.armed);
-    EXPECT_EQ(game.isDefault("Enter"), c.armed);
+    EXPECT_NE(game.view().find(c.armed ? " Enter+* " : " Enter- "), std::string::npos);
     game.run(std::string("queue ") + c.draws + "\nkey Return\n");
-    const std::size_t unused = game.session.services().random->queuedCount();
     EXPECT_EQ(Module1.Points, c.points);
-    if (!c.armed) {
-      EXPECT_EQ(unused, 5u);  // Return found no default button: no new problem
-      continue;
-    }
-    EXPECT_EQ(game.text("GamePoints"), std::to_string(c.points));
-    EXPECT_EQ(game.text("Answer"), "");
-    EXPECT_EQ(game.text("SubAnswer1"), "");
-    EXPECT_FALSE(game.enabled("Enter"));
-    EXPECT_FALSE(game.isDefault("Enter"));
-    EXPECT_EQ(game.window().focus(), game.window().controlByName("SubAnswer1"));
-    EXPECT_EQ(unused, 0u);  // the next problem is on show
+    // Return with no default button puts up no new problem.
+    EXPECT_EQ(game.session.services().random->queuedCount(), c.armed ? 0u : 5u);
+    if (!c.armed) continue;
+    EXPECT_EQ(game.view(), "timer 2 Start- Enter- SubAnswer1+'' SubAnswer2+'' Answer+'' levels- problem time 90 points " +
+                               std::to_string(c.points) + " focus SubAnswer1");
     // A right answer waits for OK3 before it scores; a wrong one is silent.
     EXPECT_EQ(game.session.services().sounds.played().size(), c.points > 0 ? 1u : 0u);
     EXPECT_EQ(game.now(), c.points > 0 ? shell::kOK3Length.count() : 0);
@@ -58,24 +45,21 @@ TEST(Answers, TypedAnswersAreJudged) {
 TEST(Answers, ArmedEnterStaysArmedAndSoundOffScoresAtOnce) {
   Game game;
   game.run("queue 9 4 3 10 5\npress Start\ntype Answer 12\ntype Answer\n");
-  EXPECT_TRUE(game.enabled("Enter"));
+  const bool armedEmpty = game.enabled("Enter");
   game.run("type Answer -4\n");
-  EXPECT_TRUE(game.enabled("Enter"));
+  EXPECT_EQ(std::to_string(armedEmpty) + std::to_string(game.enabled("Enter")), "11");
   game.run("queue 9 4 3 10 5\npress Enter\n");
-  EXPECT_EQ(Module1.Points, 0);
-  EXPECT_EQ(Module1.HisAnswer, -4);
+  EXPECT_EQ(std::to_string(Module1.Points) + " " + std::to_string(Module1.HisAnswer), "0 -4.000000");
   game.run("menu SoundSoundOff\ntype Answer 12\nkey Return\n");
-  EXPECT_EQ(Module1.Points, 1);
-  EXPECT_EQ(game.now(), 0);
+  EXPECT_EQ(std::to_string(Module1.Points) + " at " + std::to_string(game.now()), "1 at 0");
   EXPECT_TRUE(game.session.services().sounds.played().empty());
 }
 
 // Nothing typed into Answer crashes the game or scores by accident.
 TEST(Answers, AnyTextIsSafe) {
-  const std::string hostile[] = {
-      "1e400", "-1e400", "1e-400", "nan", "inf", "\xFF\xFE\xC3", "99999999999999999999999",
-      std::string(400, '9'), "1" + std::string(300, '0') + ".5", "\t\r\n", "--12", "+.e5",
-      ".", "0x1F", "1,5", "\xE2\x80\x8B" "12"};
+  const std::string hostile[] = {"1e400", "-1e400", "1e-400", "nan", "inf", "\xFF\xFE\xC3", std::string(400, '9'),
+                                 "1" + std::string(300, '0') + ".5", "\t\r\n", "--12", "+.e5", ".", "0x1F", "1,5",
+                                 "\xE2\x80\x8B" "12"};
   Game game;
   game.run("queue 9 4 3 10 5\npress Start\n");
   for (const auto& text : hostile) {
@@ -83,8 +67,7 @@ TEST(Answers, AnyTextIsSafe) {
     game.run("type Answer 5\nqueue 9 4 3 10 5\n");
     platform::typeText(game.session.app(), "Window1", "Answer", text);
     game.run("press Enter\n");
-    EXPECT_EQ(Module1.Points, 0);
-    EXPECT_EQ(game.text("Answer"), "");
+    EXPECT_EQ(std::to_string(Module1.Points) + " '" + game.text("Answer") + "'", "0 ''");
   }
 }
 

@@ -35,13 +35,23 @@ class Game {
     return control<platform::EditField>(name).Text();
   }
   bool enabled(const std::string& name) { return control<platform::Control>(name).Enabled(); }
-  bool isDefault(const std::string& name) { return control<platform::PushButton>(name).Default(); }
   bool selected(const std::string& level) { return control<platform::RadioButton>(level).Value(); }
   std::vector<std::vector<std::string>> rows() { return control<platform::Listbox>("HighScores").rows(); }
+  // What the player sees and can do, in one line: "+" enabled, "*" the default button, each
+  // answer field's text, whether a problem is up, the clock, the banner, the points, the focus.
+  std::string view() {
+    std::string s = "timer " + std::to_string(control<platform::Timer>("Timer1").Mode());
+    for (const char* b : {"Start", "Enter"})
+      s += std::string(" ") + b + (enabled(b) ? "+" : "-") + (control<platform::PushButton>(b).Default() ? "*" : "");
+    for (const char* f : {"SubAnswer1", "SubAnswer2", "Answer"}) s += std::string(" ") + f + (enabled(f) ? "+'" : "-'") + text(f) + "'";
+    const bool problem = !(text("Afield") + text("Bfield") + text("Cfield")).empty();
+    s += std::string(" levels") + (enabled("GroupBox1") ? "+" : "-") + (problem ? " problem" : " no problem") + " time " + text("Time");
+    s += (control<platform::StaticText>("Banner").Visible() ? " banner" : "") + std::string(" points ") + text("GamePoints");
+    return s + " focus " + (window().focus() ? window().focus()->key() : "none");
+  }
   std::int64_t now() { return session.services().loop.elapsed().count(); }
 
-  std::ostringstream out;
-  std::ostringstream err;
+  std::ostringstream out, err;
   tools::Session session;
 };
 
