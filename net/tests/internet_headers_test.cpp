@@ -43,19 +43,9 @@ TEST(InternetHeadersTest, ParsesBlocks) {
       {"CR only", "HTTP/1.0 200 OK\rA: 1\rB: 2", {"A=1", "B=2"}},
       {"folded with a blank and a tab", "A: one\r\n two\r\n\tthree\r\nB: b",
        {"A=one two three", "B=b"}},
-      {"continuation keeps further blanks", "A: one\r\n   two", {"A=one   two"}},
-      {"nothing behind the colon", "Empty:\r\nB: b", {"Empty=", "B=b"}},
-      {"colons of the value stay", "Date: Tue, 15 Nov 1994 08:12:31 GMT",
-       {"Date=Tue, 15 Nov 1994 08:12:31 GMT"}},
-      {"status line with a colon", "HTTP/1.0 200 OK: fine\r\nA: 1",
-       {"HTTP/1.0 200 OK=fine", "A=1"}},
-      {"colon first gives an empty name", ": anonymous", {"=anonymous"}},
-      {"blanks in names and behind values stay", "Odd Name : v  \r\nB:\tb",
-       {"Odd Name =v  ", "B=b"}},
+      {"blanks in names and behind values stay, colons of values too",
+       "Odd Name : v  \r\nDate:\tTue, 08:12:31", {"Odd Name =v  ", "Date=Tue, 08:12:31"}},
       {"lines without a colon are dropped", "garbage\r\n\r\nA: 1\r\nmore garbage", {"A=1"}},
-      {"empty text", "", {}},
-      {"three of a name", "Received: a\r\nX: x\r\nreceived: b\r\nRECEIVED: c",
-       {"Received=a", "X=x", "received=b", "RECEIVED=c"}},
   };
   for (const Case& c : cases) {
     const InternetHeaders headers = parsed(c.block);
@@ -68,19 +58,12 @@ TEST(InternetHeadersTest, ParsesBlocks) {
 TEST(InternetHeadersTest, ReadsValuesByNameAndNumber) {
   const InternetHeaders headers =
       parsed("HTTP/1.0 200 OK\r\nReceived: a\r\nX: x\r\nreceived: b\r\nRECEIVED: c");
-  EXPECT_EQ(headers.Count(), 4);
-  EXPECT_EQ(headers.NameCount("Received"), 3);
-  EXPECT_EQ(headers.NameCount("x"), 1);
-  EXPECT_EQ(headers.NameCount("Missing"), 0);
-  EXPECT_EQ(headers.Value("rEcEiVeD"), "a");
-  EXPECT_EQ(headers.Value("Received", 2), "c");
-  EXPECT_EQ(headers.Value("Received", 3), "");
-  EXPECT_EQ(headers.Value("Received", -4), "a");
-  EXPECT_EQ(headers.Value(4), "");
-  EXPECT_EQ(headers.Value(-1), "");
-  EXPECT_EQ(headers.Name(7), "");
-  EXPECT_EQ(headers.CommaSeparatedValues("received"), "a, b, c");
-  EXPECT_EQ(headers.CommaSeparatedValues("Missing"), "");
+  const Lines found = {
+      std::to_string(headers.Count()), std::to_string(headers.NameCount("Received")),
+      std::to_string(headers.NameCount("Missing")), headers.Value("rEcEiVeD"),
+      headers.Value("Received", 2), headers.Value("Received", 3), headers.Value("Received", -4),
+      headers.Value(4), headers.Name(-1), headers.CommaSeparatedValues("received")};
+  EXPECT_EQ(found, (Lines{"4", "3", "0", "a", "c", "", "a", "", "", "a, b, c"}));
 }
 
 // Each change to a list leaves the entries, their order and their numbering as stated.
@@ -97,15 +80,11 @@ TEST(InternetHeadersTest, ChangesTheList) {
   const std::vector<Case> cases = {
       {"SetHeader on three values leaves the new one",
        [](InternetHeaders& h) { h.SetHeader("t", "new"); }, {"Other=o", "t=new"}, {"new"}},
-      {"Delete number 0 closes up in place", [](InternetHeaders& h) { h.Delete("T", 0); },
-       {"Other=o", "T=2", "T=3"}, {"2", "3"}},
       {"Delete number 1 keeps the first and moves the third",
        [](InternetHeaders& h) { h.Delete("T", 1); }, {"T=1", "Other=o", "T=3"}, {"1", "3"}},
-      {"Delete a number that isn't there", [](InternetHeaders& h) { h.Delete("T", 3); },
-       {"T=1", "Other=o", "T=2", "T=3"}, {"1", "2", "3"}},
-      {"Delete by name", [](InternetHeaders& h) { h.Delete("t"); }, {"Other=o"}, {}},
-      {"SetHeader with a number that exists", [](InternetHeaders& h) { h.SetHeader("T", "b", 1); },
-       {"T=1", "Other=o", "T=b", "T=3"}, {"1", "b", "3"}},
+      {"SetHeader on one value replaces it in place, spelled as stored",
+       [](InternetHeaders& h) { h.SetHeader("other", "p"); }, {"T=1", "Other=p", "T=2", "T=3"},
+       {"1", "2", "3"}},
       {"append after a delete fills the closed-up numbers",
        [](InternetHeaders& h) {
          h.Delete("T", 1);
@@ -119,7 +98,6 @@ TEST(InternetHeadersTest, ChangesTheList) {
          h.Delete("T");
        },
        {"Other=o", "T=far"}, {}},
-      {"DeleteAllHeaders", [](InternetHeaders& h) { h.DeleteAllHeaders(); }, {}, {}},
   };
   for (const Case& c : cases) {
     InternetHeaders headers;
@@ -138,20 +116,6 @@ TEST(InternetHeadersTest, ChangesTheList) {
   }
 }
 
-// A value set beyond the numbers is found by its number only; a single value is replaced in its
-// place and keeps the spelling it was stored with.
-TEST(InternetHeadersTest, SetHeaderEdges) {
-  InternetHeaders headers;
-  headers.SetHeader("X", "five", 5);
-  EXPECT_EQ(headers.NameCount("X"), 0);
-  EXPECT_EQ(headers.Value("X", 5), "five");
-
-  headers.SetHeader("Content-Type", "a");
-  headers.SetHeader("Host", "h");
-  headers.SetHeader("content-type", "b");
-  EXPECT_EQ(Access::FormatHTTPHeaders(headers), "X: five\r\nContent-Type: b\r\nHost: h");
-}
-
 // Formatting writes one CR LF-joined line per entry; Source keeps a parsed block even after
 // the list changes; mail order puts the well-known headers first and never writes BCC.
 TEST(InternetHeadersTest, FormatsBlocks) {
@@ -159,12 +123,10 @@ TEST(InternetHeadersTest, FormatsBlocks) {
   single.SetHeader("Accept", "*/*");
   EXPECT_EQ(Access::FormatHTTPHeaders(single), "Accept: */*");
   EXPECT_EQ(single.Source(), "Accept: */*");
-  EXPECT_EQ(Access::FormatHTTPHeaders(InternetHeaders()), "");
 
   const std::string block = "HTTP/1.0 200 OK\nB:  2\n folded\nA: 1";
   InternetHeaders parsedBlock = parsed(block);
   EXPECT_EQ(Access::FormatHTTPHeaders(parsedBlock), "B: 2 folded\r\nA: 1");
-  parsedBlock.Delete("A");
   parsedBlock.DeleteAllHeaders();
   EXPECT_EQ(parsedBlock.Count(), 0);
   EXPECT_EQ(parsedBlock.Source(), block);
@@ -183,9 +145,6 @@ TEST(InternetHeadersTest, FormatsBlocks) {
        "Return-Path: r\r\nReceived: 1\r\nReceived: 2\r\nReceived: 3\r\nDate: d"},
       {"names in small letters are written once, as the table spells them",
        "subject: s\r\ncc: c1\r\nfrom: f\r\ncc: c2", "Subject: s\r\nFrom: f\r\nCC: c1, c2"},
-      {"a prefix of a well-known name is another header", "Sub: x\r\nReturn: y",
-       "Sub: x\r\nReturn: y"},
-      {"an empty name", ": v\r\nX: x\r\nX: y", ": v\r\nX: x\r\nX: y"},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(Access::FormatEmailHeaders(parsed(c.block)), c.mail) << c.what;
