@@ -43,11 +43,12 @@ class Game {
     std::string s = "timer " + std::to_string(control<platform::Timer>("Timer1").Mode());
     for (const char* b : {"Start", "Enter"})
       s += std::string(" ") + b + (enabled(b) ? "+" : "-") + (control<platform::PushButton>(b).Default() ? "*" : "");
-    for (const char* f : {"SubAnswer1", "SubAnswer2", "Answer"}) s += std::string(" ") + f + (enabled(f) ? "+'" : "-'") + text(f) + "'";
-    const bool problem = !(text("Afield") + text("Bfield") + text("Cfield")).empty();
-    s += std::string(" levels") + (enabled("GroupBox1") ? "+" : "-") + (problem ? " problem" : " no problem") + " time " + text("Time");
-    s += (control<platform::StaticText>("Banner").Visible() ? " banner" : "") + std::string(" points ") + text("GamePoints");
-    return s + " focus " + (window().focus() ? window().focus()->key() : "none");
+    for (const char* f : {"SubAnswer1", "SubAnswer2", "Answer"})
+      s += std::string(" ") + f + (enabled(f) ? "+'" : "-'") + text(f) + "'";
+    s += std::string(" levels") + (enabled("GroupBox1") ? "+" : "-");
+    s += (text("Afield") + text("Bfield") + text("Cfield")).empty() ? " no problem" : " problem";
+    s += " time " + text("Time") + (control<platform::StaticText>("Banner").Visible() ? " banner" : "");
+    return s + " points " + text("GamePoints") + " focus " + (window().focus() ? window().focus()->key() : "none");
   }
   std::int64_t now() { return session.services().loop.elapsed().count(); }
 

@@ -34,7 +34,8 @@ TEST(Problems, WorkedExamples) {
     const auto& m = Module1;
     std::ostringstream shown;
     shown << game.text("Afield") << ' ' << game.text("Op1") << ' ' << game.text("Bfield") << ' ' << game.text("Op2")
-          << ' ' << game.text("Cfield") << ": " << m.X << ' ' << m.Y << ' ' << m.MyAnswer << " '" << game.text("Hint") << "'";
+          << ' ' << game.text("Cfield") << ": " << m.X << ' ' << m.Y << ' ' << m.MyAnswer << " '" << game.text("Hint")
+          << "'";
     EXPECT_EQ(shown.str(), c.shown);
   }
 }
@@ -71,7 +72,8 @@ TEST(Problems, SampledProblemsKeepInvariantsAndRanges) {
       const tools::Problem p = drawer.next();
       seen.observe(p);
       // A Very Hard quotient is never whole; the other levels add.
-      ASSERT_TRUE(std::string(range.level) == "VeryHard" ? p.MyAnswer != std::floor(p.MyAnswer) : p.MyAnswer == p.X + p.Y);
+      const bool veryHard = std::string(range.level) == "VeryHard";
+      ASSERT_TRUE(veryHard ? p.MyAnswer != std::floor(p.MyAnswer) : p.MyAnswer == p.X + p.Y);
     }
     EXPECT_EQ(seen.broken(), 0);
     for (std::size_t column = 0; column < 6; ++column) {
