@@ -1,25 +1,26 @@
+#include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
-#include <corvalta/testing/temporary_folder.h>
-#include <gtest/gtest.h>
-
 #include <cerrno>
-#include <string>
-#include <vector>
+#include <filesystem>
+#include <optional>
+#include <random>
 
 #include "corvalta/store/preferences_folder.h"
 #include "corvalta/store/stored_file.h"
 #include "corvalta/store/whole_file.h"
 #include "faulty_system_calls.h"
+#include "mount.h"
+#include "store_game.h"
 
 namespace corvalta::testing {
 namespace {
 
 using namespace store;
 using Names = std::vector<std::string>;
-
-const std::string kName = "corvalta.plist";
 
 // The folder is $XDG_CONFIG_HOME when that is an absolute path, else ~/.config; taking it makes
 // it and its missing parents, private to the user.
@@ -29,42 +30,35 @@ TEST(PreferencesFolder, FollowsTheDesktopRuleAndIsMadeWithItsParents) {
       {{"", "/home/ann"}, "/home/ann/.config"},
       {{"cfg/relative", "/home/ann"}, "/home/ann/.config"},
   };
-  for (const auto& [environment, folder] : cases) {
-    EXPECT_EQ(configurationFolderPath(environment), folder) << environment.xdgConfigHome;
-  }
+  for (const auto& [environment, folder] : cases) EXPECT_EQ(configurationFolderPath(environment), folder);
   TemporaryFolder root;
   const PreferencesFolder folder(posixSystemCalls(), root / "a/b/c");
   struct stat status {};
   ASSERT_EQ(::stat((root / "a/b/c").c_str(), &status), 0);
   EXPECT_TRUE(S_ISDIR(status.st_mode));
   EXPECT_EQ(status.st_mode & 0777, 0700U);
-  EXPECT_EQ(folder.Child(kName).path(), root / "a/b/c/corvalta.plist");
+  EXPECT_EQ(folder.Child(kSettings).path(), root / "a/b/c/corvalta.plist");
 }
 
 // A replace leaves exactly the new bytes under the name, whatever stood there before, also
 // where a save killed earlier by this process id left its longer temporary file, and nothing
 // else in the folder.
 TEST(ReplaceWholeFile, LeavesExactlyTheNewBytesAndNoOtherFile) {
-  const std::string leftover = "." + kName + "." + std::to_string(::getpid()) + ".new";
-  struct Case {
-    const char* before;  // nullptr: no file
-    std::string after;
-    bool killedSaveBefore;
-  };
-  const Case cases[] = {
+  const std::string leftover = "." + kSettings + "." + std::to_string(::getpid()) + ".new";
+  // before nullptr: no file.
+  const struct { const char* before; std::string after; bool killedSaveBefore; } cases[] = {
       {nullptr, "True\nEasy\n", false},
-      {"True\nVery Hard\nand a long tail that must not survive\n", "False\nHard\n", false},
-      {"x", "", false},
+      {"True\nVery Hard\nand a long tail that must not survive\n", "", false},
       {"", std::string(100000, 'z'), false},
       {"True\nEasy\n", "False\nHard\n", true},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     TemporaryFolder folder;
-    if (c.before != nullptr) writeBytes(folder / kName, c.before);
+    if (c.before != nullptr) writeBytes(folder / kSettings, c.before);
     if (c.killedSaveBefore) writeBytes(folder / leftover, std::string(500, 'k'));
-    EXPECT_TRUE(replaceWholeFile(posixSystemCalls(), folder / kName, c.after));
-    EXPECT_EQ(fileBytes(folder / kName), c.after);
-    EXPECT_EQ(folderEntries(folder.path()), Names{kName});
+    EXPECT_TRUE(replaceWholeFile(posixSystemCalls(), folder / kSettings, c.after));
+    EXPECT_EQ(fileBytes(folder / kSettings), c.after);
+    EXPECT_EQ(folderEntries(folder.path()), Names{kSettings});
   }
 }
 
@@ -72,30 +66,24 @@ TEST(ReplaceWholeFile, LeavesExactlyTheNewBytesAndNoOtherFile) {
 // that is there but can't be read reads as the initial text and is never replaced, because
 // what it holds may be the user's data that a passing fault hid.
 TEST(StoredFile, ReadsWhatItCanAndNeverReplacesWhatItCouldNotRead) {
-  struct Case {
-    const char* what;
-    const char* before;  // nullptr: no file
-    int failingCall;     // -1: none; 0: the open for reading, 1: the first read
-    const char* firstLine;
-    bool replaced;
-  };
-  const Case cases[] = {
+  // before nullptr: no file; failingCall -1: none, 0: the open for reading, 1: the first read.
+  const struct { const char *what, *before; int failingCall; const char* firstLine; bool replaced; } cases[] = {
       {"missing", nullptr, -1, "True", true},
       {"present, CR LF", "False\r\nMedium\r\n", -1, "False", true},
       {"open fails", "False\nHard\n", 0, "True", false},
       {"read fails", "False\nHard\n", 1, "True", false},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     TemporaryFolder folder;
-    if (c.before != nullptr) writeBytes(folder / kName, c.before);
+    if (c.before != nullptr) writeBytes(folder / kSettings, c.before);
     FaultySystemCalls calls;
     if (c.failingCall >= 0) calls.failCall(static_cast<std::size_t>(c.failingCall), EIO);
-    StoredFile file(calls, folder / kName);
+    StoredFile file(calls, folder / kSettings);
     TextInputStream in = file.OpenCreatingWith("True\nEasy\n");
     EXPECT_EQ(in.ReadLine(), c.firstLine);
     EXPECT_EQ(file.Replace("New\n"), c.replaced);
-    EXPECT_EQ(fileBytes(folder / kName), c.replaced ? "New\n" : c.before);
+    EXPECT_EQ(fileBytes(folder / kSettings), c.replaced ? "New\n" : c.before);
   }
 }
 
@@ -106,6 +94,173 @@ TEST(ReadWholeFile, StopsAtTheSizeLimit) {
   const FileContents contents = readWholeFile(posixSystemCalls(), folder / "big");
   EXPECT_EQ(contents.status, ReadStatus::Read);
   EXPECT_EQ(contents.bytes.size(), kMaxStoredFileSize);
+}
+
+const std::string kOldText = "Ann\tHard\t120\n" + std::string(300, 'o') + "\n";
+
+// Whichever call of a save fails, and however, the save ends either saved with the new file
+// or not saved with the old file (or no file) as it was and nothing else in the folder.
+TEST(InjectedFault, EachCallOfASaveFailingInTurn) {
+  const std::string newText = "Bo\t Very Hard\t130\n" + std::string(5000, 'n') + "\n";
+  FaultySystemCalls clean;
+  TemporaryFolder cleanFolder;
+  writeBytes(cleanFolder / kScores, kOldText);
+  EXPECT_TRUE(replaceWholeFile(clean, cleanFolder / kScores, newText));
+  const Names log = clean.log();
+  for (const char* needed : {"open", "write", "fsync", "close", "rename"})
+    EXPECT_NE(std::find(log.begin(), log.end(), needed), log.end()) << needed;
+  int outcomes[2] = {0, 0};  // not saved, saved
+  for (const bool oldFileThere : {true, false}) {
+    for (const int error : {EIO, ENOSPC, EACCES, EINTR}) {
+      for (std::size_t index = 0; index < log.size(); ++index) {
+        SCOPED_TRACE(::testing::Message() << "call " << index << " (" << log[index] << ") fails with " << error
+                                          << (oldFileThere ? "" : ", no old file"));
+        TemporaryFolder folder;
+        if (oldFileThere) writeBytes(folder / kScores, kOldText);
+        FaultySystemCalls calls;
+        calls.failCall(index, error);
+        const bool saved = replaceWholeFile(calls, folder / kScores, newText);
+        ++outcomes[saved];
+        EXPECT_EQ(fileBytes(folder / kScores), saved ? newText : oldFileThere ? kOldText : "<missing>");
+        EXPECT_EQ(folderEntries(folder.path()), saved || oldFileThere ? Names{kScores} : Names{});
+      }
+    }
+  }
+  EXPECT_GT(outcomes[0], 0);
+  EXPECT_GT(outcomes[1], 0);
+}
+
+// Fills the file system at `folder` up, then gives back about `freeBytes`; with -1, takes every
+// inode instead, so that creating a file fails.
+void fillLeaving(const std::string& folder, off_t freeBytes) {
+  for (int i = 0; freeBytes < 0; ++i) {
+    const int fd = ::open((folder + "/i" + std::to_string(i)).c_str(), O_WRONLY | O_CREAT, 0600);
+    if (fd < 0) return;
+    ::close(fd);
+  }
+  const int fd = ::open((folder + "/filler").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+  ASSERT_GE(fd, 0);
+  const std::string chunk(4096, 'f');
+  off_t written = 0;
+  for (ssize_t n; (n = ::write(fd, chunk.data(), chunk.size())) > 0;) written += n;
+  ASSERT_EQ(::ftruncate(fd, std::max<off_t>(0, written - freeBytes)), 0);
+  ::close(fd);
+}
+
+// On a disk that fills up, each save ends either saved with the new file or not saved with
+// the old file as it was and no other file left behind.
+TEST(FullDisk, EverySaveEndsSavedOrWithTheOldFileIntact) {
+  TemporaryFolder mountPoint;
+  const Mount disk(mountPoint.path(), "size=64k,nr_inodes=32");
+  if (!disk.made()) GTEST_SKIP() << disk.why();
+  int outcomes[2] = {0, 0};  // not saved, saved
+  for (const off_t freeBytes : {-1, 0, 100, 4096, 8192, 16384}) {
+    for (const std::size_t newSize : {50u, 5000u, 12000u}) {
+      SCOPED_TRACE(::testing::Message() << "free " << freeBytes << ", new size " << newSize);
+      for (const auto& entry : std::filesystem::directory_iterator(mountPoint.path()))
+        std::filesystem::remove_all(entry.path());
+      const std::string folder = mountPoint / "prefs";
+      std::filesystem::create_directory(folder);
+      writeBytes(folder + "/" + kScores, kOldText);
+      fillLeaving(mountPoint.path(), freeBytes);
+      const std::string newText(newSize, 'n');
+      const bool saved = replaceWholeFile(posixSystemCalls(), folder + "/" + kScores, newText);
+      ++outcomes[saved];
+      EXPECT_EQ(fileBytes(folder + "/" + kScores), saved ? newText : kOldText);
+      EXPECT_EQ(folderEntries(folder), Names{kScores});
+    }
+  }
+  EXPECT_GT(outcomes[0], 0);
+  EXPECT_GT(outcomes[1], 0);
+}
+
+// A process killed at random moments during 1,000 saves that alternate two tables leaves the
+// file as one of the two whole tables: never a mixture, a truncated file or an empty one.
+TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
+  TemporaryFolder folder;
+  const std::string path = folder / kScores;
+  const std::string texts[2] = {tableText(Rows(10, {"Ann Marie", "Hard", "500"})),
+                                tableText(Rows(10, {"\xc3\x85sa", " Very Hard", "90"}))};
+  writeBytes(path, texts[1]);
+  const unsigned seed = std::random_device{}();
+  SCOPED_TRACE(::testing::Message() << "seed " << seed);
+  std::mt19937 random(seed);
+  std::size_t completed = 0;
+  for (int kills = 1; completed < 1000; ++kills) {
+    int progress[2];
+    ASSERT_EQ(::pipe(progress), 0);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      // Saves forever from where the last child stopped, one byte on the pipe per save.
+      ::close(progress[0]);
+      for (std::size_t i = completed;; ++i) {
+        replaceWholeFile(posixSystemCalls(), path, texts[i % 2]);
+        if (::write(progress[1], "s", 1) != 1) ::_exit(1);
+      }
+    }
+    ::close(progress[1]);
+    // Let the child finish a few saves, then kill it at some moment inside the next ones.
+    char done[64];
+    for (auto wanted = std::uniform_int_distribution<std::size_t>(0, 30)(random); wanted > 0;) {
+      const ssize_t got = ::read(progress[0], done, std::min(wanted, sizeof done));
+      ASSERT_GT(got, 0);
+      wanted -= static_cast<std::size_t>(got);
+      completed += static_cast<std::size_t>(got);
+    }
+    ::usleep(std::uniform_int_distribution<useconds_t>(0, 3000)(random));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    for (ssize_t got; (got = ::read(progress[0], done, sizeof done)) > 0;) completed += static_cast<std::size_t>(got);
+    ::close(progress[0]);
+    const std::string bytes = fileBytes(path);
+    ASSERT_TRUE(bytes == texts[0] || bytes == texts[1])
+        << "after kill " << kills << " and " << completed << " saves: " << ::testing::PrintToString(bytes);
+  }
+}
+
+// In a folder that takes no file, a whole game plays: the qualifying score enters the table in
+// memory and stays there, while the files on disk, if any, keep every byte, and no file is
+// left behind, also at the quit; a failed save is never shown.
+TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
+  Rows onDisk;
+  for (const char* score : {"9", "8", "7", "6", "5", "4", "3", "2", "1", "0"}) onDisk.push_back({"P", "Easy", score});
+  enum class Kind { ReadOnlyWithFiles, ReadOnlyEmpty, FoldersInPlaceOfFiles };
+  // before: the table at start.
+  const struct { const char* what; Kind kind; Rows before; std::ptrdiff_t newRow; } cases[] = {
+      {"read-only with both files", Kind::ReadOnlyWithFiles, onDisk, 9},
+      {"read-only and empty", Kind::ReadOnlyEmpty, defaultRows(), 0},
+      {"a folder where each file should be", Kind::FoldersInPlaceOfFiles, defaultRows(), 0}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    TemporaryFolder folder;
+    const std::pair<std::string, std::string> files[] = {{kSettings, "False\nEasy\n"}, {kScores, tableText(onDisk)}};
+    for (const auto& [name, bytes] : files) {
+      if (c.kind == Kind::ReadOnlyWithFiles) writeBytes(folder / name, bytes);
+      if (c.kind == Kind::FoldersInPlaceOfFiles) std::filesystem::create_directory(folder / name);
+    }
+    const Names entries = folderEntries(folder.path());
+    const std::string settings = fileBytes(folder / kSettings), scores = fileBytes(folder / kScores);
+    std::optional<Mount> readOnly;
+    if (c.kind != Kind::FoldersInPlaceOfFiles) {
+      readOnly.emplace(folder.path());
+      if (!readOnly->made()) GTEST_SKIP() << readOnly->why();
+      const int probe = ::open((folder / "probe").c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
+      ASSERT_LT(probe, 0) << "the folder still takes files";
+    }
+
+    Game game(folder.path());
+    EXPECT_EQ(game.rows(), c.before);
+    game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + "advance 90000\npress Enter\n");
+    EXPECT_EQ(game.rows(), entered(c.before, c.newRow, {"", "Easy", "1"}));
+    EXPECT_TRUE(game.enabled("Start"));
+    game.run("quit\n");
+    EXPECT_EQ(game.session.app().exitCode(), 0);
+    EXPECT_TRUE(game.session.services().dialogs.shown().empty());
+    EXPECT_EQ(fileBytes(folder / kSettings), settings);
+    EXPECT_EQ(fileBytes(folder / kScores), scores);
+    EXPECT_EQ(folderEntries(folder.path()), entries);
+  }
 }
 
 }  // namespace

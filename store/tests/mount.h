@@ -10,13 +10,12 @@
 
 namespace corvalta::testing {
 
-// A folder made into another file system for the length of a test: a tiny tmpfs, or the folder
-// itself read-only. Root ignores mode bits, so as root the folder is bind-mounted read-only
-// over itself; anyone else loses the write bit. Mounting needs CAP_SYS_ADMIN: without it,
-// made() is false and why() says so.
+// A folder made into another file system for the length of a test: with tmpfs options
+// ("size=64k,nr_inodes=32") a tiny tmpfs, without them the folder itself read-only. Root
+// ignores mode bits, so as root the folder is bind-mounted read-only over itself; anyone else
+// loses the write bit. Mounting needs CAP_SYS_ADMIN: without it, made() is false.
 class Mount {
  public:
-  // With tmpfs options ("size=64k,nr_inodes=32") a tmpfs, without them read-only.
   explicit Mount(std::string folder, const char* tmpfsOptions = nullptr) : folder_(std::move(folder)) {
     const char* at = folder_.c_str();
     if (tmpfsOptions != nullptr) {
@@ -26,7 +25,7 @@ class Mount {
     } else if ((mounted_ = ::mount(at, at, nullptr, MS_BIND, nullptr) == 0)) {
       made_ = ::mount(nullptr, at, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
     }
-    error_ = made_ ? 0 : errno;
+    why_ = made_ ? "" : std::string("mounting needs CAP_SYS_ADMIN (") + std::strerror(errno) + "): skipped";
   }
   ~Mount() {
     if (mounted_) ::umount2(folder_.c_str(), MNT_DETACH);
@@ -35,15 +34,13 @@ class Mount {
   Mount& operator=(const Mount&) = delete;
 
   [[nodiscard]] bool made() const { return made_; }
-  [[nodiscard]] std::string why() const {
-    return std::string("mounting needs CAP_SYS_ADMIN (") + std::strerror(error_) + "): skipped";
-  }
+  [[nodiscard]] const std::string& why() const { return why_; }
 
  private:
   std::string folder_;
   bool mounted_ = false;
   bool made_ = false;
-  int error_ = 0;
+  std::string why_;
 };
 
 }  // namespace corvalta::testing

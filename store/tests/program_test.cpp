@@ -1,5 +1,8 @@
 #include <corvalta/platform/errors.h>
+#include <corvalta/platform/menu_item.h>
+#include <corvalta/shell/menus.h>
 
+#include <map>
 #include <stdexcept>
 
 #include "corvalta/store/program.h"
@@ -9,6 +12,70 @@ namespace corvalta::testing {
 namespace {
 
 using core::Module1;
+
+// A whole life on the driver: the first start makes the folder and both files with their
+// defaults; Very Hard, sound off and a top-ten game are on disk after the quit, and the next
+// start comes up with them: the level cell with its leading blank, the name as typed.
+TEST(WholeLife, SettingsAndScoreSurviveARestart) {
+  TemporaryFolder home;
+  const std::string folder = home / "config";
+  const Rows table = entered(defaultRows(), 0, {"Zo\xc3\xab", " Very Hard", "10"});  // Zoë, typed
+  {
+    Game first(folder);
+    EXPECT_EQ(fileBytes(folder + "/" + kSettings), "True\nEasy\n");
+    EXPECT_EQ(fileBytes(folder + "/" + kScores), tableText(defaultRows()));
+    // A right answer worth 10 points: (10 - 7) / (7 + 4) is 0.27.
+    first.run("press VeryHard\nmenu SoundSoundOff\nqueue 10 7 4 6 1\npress Start\ntype Answer 0.27\nkey Return\n"
+              "advance 90000\ntype NameField Zo\xc3\xab\npress Enter\n");
+    EXPECT_EQ(fileBytes(folder + "/" + kScores), tableText(table)) << "on disk at once";
+    EXPECT_EQ(fileBytes(folder + "/" + kSettings), "True\nEasy\n") << "settings wait for the quit";
+    first.run("quit\n");
+  }
+  EXPECT_EQ(fileBytes(folder + "/" + kSettings), "False\nVery Hard\n");
+  EXPECT_EQ(folderEntries(folder), (std::vector<std::string>{kScores, kSettings}));
+
+  Game second(folder);
+  EXPECT_TRUE(second.selected("VeryHard"));
+  EXPECT_FALSE(Module1.SoundFlag);
+  EXPECT_EQ(Module1.Difficulty, " Very Hard");
+  EXPECT_EQ(second.rows(), table);
+}
+
+// Whatever the file holds goes through the comparisons: line 1 other than "True" is sound off,
+// line 2 other than Easy, Medium or Hard is Very Hard, selected through its handler; the menu
+// marks follow the sound. The file is left as it is until the quit writes it clean.
+TEST(SettingsFile, ReadThroughTheComparisonsAndWrittenCleanAtTheQuit) {
+  const std::pair<std::string, std::string> cases[] = {  // the file, and as the quit writes it
+      {"True\nEasy\n", "True\nEasy\n"},        {"False\nMedium\n", "False\nMedium\n"},
+      {"True\nHard\n", "True\nHard\n"},        {"False\nVery Hard\n", "False\nVery Hard\n"},
+      {"True", "True\nVery Hard\n"},           {"", "False\nVery Hard\n"},
+      {"True \nEasy\n", "False\nEasy\n"},      {"true\neasy\n", "False\nVery Hard\n"},
+      {"True\r\nHard\r\n", "True\nHard\n"},    {"False\rMedium\r", "False\nMedium\n"},
+      {"True\nMedium\nthird\n", "True\nMedium\n"}, {std::string("\xff\xfe\x00\x01\nHard", 9), "False\nHard\n"},
+  };
+  // The radio button, High, Difficulty and Op3 of each level.
+  const std::map<std::string, std::string> levels = {
+      {"Easy\n", "Easy 10 'Easy' +"}, {"Medium\n", "Medium 25 'Medium' +"},
+      {"Hard\n", "Hard 99 'Hard' +"}, {"Very Hard\n", "VeryHard 19 ' Very Hard' /"}};
+  for (const auto& [bytes, saved] : cases) {
+    SCOPED_TRACE(::testing::PrintToString(bytes));
+    TemporaryFolder folder;
+    writeBytes(folder / kSettings, bytes);
+    Game game(folder.path());
+    game.session.app().setMenuBar(shell::makeMenuBar1());
+    game.window().getPlist();
+    const platform::MenuItem* bar = game.session.app().MenuBar();
+    const bool on = bar->Lookup("SoundSoundOn")->Checked, off = bar->Lookup("SoundSoundOff")->Checked;
+    std::string read = std::string(Module1.SoundFlag ? "True" : "False") + (on ? " on" : "") + (off ? " off\n" : "\n");
+    for (const char* button : {"Easy", "Medium", "Hard", "VeryHard"}) read += game.selected(button) ? button : "";
+    read += " " + std::to_string(Module1.High) + " '" + Module1.Difficulty + "' " + game.text("Op3");
+    const std::string sound = saved.substr(0, saved.find('\n')), level = saved.substr(sound.size() + 1);
+    EXPECT_EQ(read, sound + (sound == "True" ? " on\n" : " off\n") + levels.at(level));
+    EXPECT_EQ(fileBytes(folder / kSettings), bytes);
+    game.run("quit\n");
+    EXPECT_EQ(fileBytes(folder / kSettings), saved);
+  }
+}
 
 // Start-up makes R and the main window, whose Open reads both files and leaves no field with
 // the focus. The quit command during a game, like the main window's close box, saves the
@@ -20,8 +87,6 @@ TEST(Program, StartsAndQuitsInOrder) {
     Game game(folder.path());
     EXPECT_NE(Module1.R, nullptr);
     EXPECT_EQ(game.window().focus(), nullptr);
-    EXPECT_EQ(folderEntries(folder.path()), (std::vector<std::string>{kScores, kSettings}));
-
     game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + quit + "press Stop\npress Hard\n");
     EXPECT_EQ(Module1.Points, 1);
     EXPECT_EQ(game.session.app().exitCode(), 0);
@@ -32,36 +97,26 @@ TEST(Program, StartsAndQuitsInOrder) {
   }
 }
 
-// An exception that escapes a handler is reported with its class and message, and the program
-// quits with 1 and ends without saving: nothing after it runs.
+// An exception that escapes a handler is reported with its class, without namespaces, and its
+// message if it has one; the program quits with 1 and ends without saving: nothing after it runs.
 TEST(Program, UnhandledExceptionIsReportedAndEndsTheRun) {
   TemporaryFolder folder;
   Game game(folder.path());
-  game.session.app().addMenuHandler("Broken", []() -> bool {
-    throw platform::NilObjectException("Window1 has no control Gone");
-  });
+  game.session.app().addMenuHandler("Broken", []() -> bool { throw platform::NilObjectException("no control Gone"); });
   game.run("menu SoundSoundOff\n");
   std::istringstream script("menu Broken\npress Hard\n");
   EXPECT_EQ(game.session.run(script), 1);
-  EXPECT_NE(game.err.str().find("An exception of class NilObjectException was not handled: Window1 has no "
-                                "control Gone. The application must shut down."),
+  EXPECT_NE(game.err.str().find("An exception of class NilObjectException was not handled: no control Gone. The "
+                                "application must shut down."),
             std::string::npos)
       << game.err.str();
   EXPECT_EQ(game.session.app().exitCode(), 1);
   EXPECT_FALSE(game.selected("Hard"));
   EXPECT_EQ(fileBytes(folder / kSettings), "True\nEasy\n");
-}
-
-// The report names the exception's class without its namespaces, with its message if it has one.
-TEST(Program, ReportNamesTheExceptionClass) {
-  const std::pair<std::exception_ptr, const char*> cases[] = {
-      {std::make_exception_ptr(platform::OutOfBoundsException("row 12")),
-       "An exception of class OutOfBoundsException was not handled: row 12. The application must shut down."},
-      {std::make_exception_ptr(std::runtime_error("disk")),
-       "An exception of class runtime_error was not handled: disk. The application must shut down."},
-      {std::make_exception_ptr(42), "An exception of class int was not handled. The application must shut down."},
-  };
-  for (const auto& [error, report] : cases) EXPECT_EQ(store::unhandledExceptionReport(error), report);
+  EXPECT_EQ(store::unhandledExceptionReport(std::make_exception_ptr(std::runtime_error("disk"))),
+            "An exception of class runtime_error was not handled: disk. The application must shut down.");
+  EXPECT_EQ(store::unhandledExceptionReport(std::make_exception_ptr(42)),
+            "An exception of class int was not handled. The application must shut down.");
 }
 
 }  // namespace
