@@ -67,12 +67,24 @@ browser_line() {
   fail "the browser got no address number $1: $(cat "$work/browser.log")"
 }
 
+# A menu's popup is one more visible window of the game's class; keys sent before it is up
+# would go to the main window.
+open_file_menu() {
+  local before tries
+  before=$(xdotool search --onlyvisible --class corvalta | wc -l)
+  xdotool mousemove --window "$window" 15 10 click 1
+  for tries in $(seq 200); do
+    [[ $(xdotool search --onlyvisible --class corvalta | wc -l) -gt $before ]] && return
+    sleep 0.05
+  done
+  fail "the File menu did not open"
+}
+
 # From the main window's menu bar to the prompt: File is the first title; three steps right is
 # "Check For Update", whose first and only entry is "Check Now".
 check_for_updates() {
   xdotool windowfocus --sync "$window"
-  xdotool mousemove --window "$window" 15 10 click 1
-  sleep 0.3
+  open_file_menu
   xdotool key Right Right Right Return
   local door
   door=$(await_window "Self Test")
