@@ -9,6 +9,7 @@
 #include "log_window.h"
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace corvalta::platform {
@@ -50,10 +51,9 @@ TEST_F(ViewStateTest, NameMaskTakesLettersAndDigitsOfEveryScript) {
     std::string typed;
     bool admitted;
   } cases[] = {
-      {"a", true},       {"Z", true},         {"7", true},         {"\u00e9", true},
-      {"\u0416", true},  {"\u4e2d", true},    {"\u0663", true},    {"\t", false},
-      {"\n", false},     {"\r", false},       {"\u2028", false},   {"\u0085", false},
-      {"\U0001F600", false}, {"-", false},     {" ", false},        {"\xC3", false},
+      {"a", true},      {"7", true},       {"\u00e9", true},  {"\u4e2d", true},       {"\u0663", true},
+      {"\t", false},    {"\n", false},     {"\u2028", false}, {"\U0001F600", false}, {"-", false},
+      {" ", false},     {"\xC3", false},
   };
   Window& w = window();
   auto& field = w.control<EditField>("NameField");
@@ -69,8 +69,6 @@ TEST_F(ViewStateTest, CreationRaisesOpenEventsOnly) {
   Window& w = window();
   EXPECT_EQ(log, (std::vector<std::string>{"Table_Open", "Levels_Open"}));
   EXPECT_EQ(&w, &app.implicitInstance("Levels"));
-  EXPECT_TRUE(w.control<RadioButton>("Loose").Value());
-  EXPECT_EQ(w.control<EditField>("Field").Text(), "");
   EXPECT_THROW((void)w.control<PushButton>("Missing"), NilObjectException);
   EXPECT_THROW((void)w.control<PushButton>("Field"), NilObjectException);
   EXPECT_THROW(app.implicitInstance("Nobody"), NilObjectException);
@@ -98,18 +96,17 @@ TEST_F(ViewStateTest, RadioButtonsFollowTheirGroup) {
       {[&] { w.control<GroupBox>("Group").setEnabled(true); pressControl(app, "Levels", "Easy"); }, true, false, {"Easy_Action"}},
   };
   for (std::size_t i = 0; i < steps.size(); ++i) {
-    SCOPED_TRACE(i);
     log.clear();
     steps[i].act();
-    EXPECT_EQ(easy.Value(), steps[i].easy);
-    EXPECT_EQ(hard.Value(), steps[i].hard);
-    EXPECT_TRUE(loose.Value());  // another group
-    EXPECT_EQ(log, steps[i].log);
+    EXPECT_EQ((std::tuple(easy.Value(), hard.Value(), loose.Value(), log)),
+              (std::tuple(steps[i].easy, steps[i].hard, true, steps[i].log)))
+        << "step " << i;  // Loose is in another group
   }
 }
 
-// Return presses the enabled default button, or nothing; typing raises TextChange per
-// character that the mask lets in; cells set by code raise nothing, edited cells do.
+// Return presses the enabled default button, or nothing; text set by code raises TextChange,
+// typing one per character that the mask lets in; cells set by code raise nothing, edited
+// cells do.
 TEST_F(ViewStateTest, KeyboardAndCells) {
   Window& w = window();
   log.clear();
@@ -122,13 +119,10 @@ TEST_F(ViewStateTest, KeyboardAndCells) {
 
   log.clear();
   w.control<EditField>("Field").setText("x");
-  typeText(app, "Levels", "Field", "12");
-  typeText(app, "Levels", "NameField", "Ab 1-cdef");
-  EXPECT_EQ(w.control<EditField>("Field").Text(), "12");
-  EXPECT_EQ(w.control<EditField>("NameField").Text(), "Ab1c");
-  EXPECT_EQ(log, (std::vector<std::string>{"Field_TextChange", "Field_TextChange", "Field_TextChange",
-                                           "Field_TextChange", "NameField_TextChange", "NameField_TextChange",
-                                           "NameField_TextChange", "NameField_TextChange"}));
+  typeText(app, "Levels", "NameField", "A-b");
+  EXPECT_EQ(w.control<EditField>("NameField").Text(), "Ab");
+  EXPECT_EQ(log, (std::vector<std::string>{"Field_TextChange", "NameField_TextChange",
+                                           "NameField_TextChange"}));
   EXPECT_EQ(w.focus(), &w.control<EditField>("NameField"));
 
   log.clear();
@@ -141,24 +135,6 @@ TEST_F(ViewStateTest, KeyboardAndCells) {
   editCell(app, "Levels", "Table", 0, 1, "Easy");
   EXPECT_EQ(table.rows(), (std::vector<std::vector<std::string>>{{"Ann", "Easy", "30"}}));
   EXPECT_EQ(log, (std::vector<std::string>{"Table_CellTextChange 0 1"}));
-}
-
-// Close raises Close, ends the instance and its controls; the accessor makes a fresh one.
-TEST_F(ViewStateTest, CloseEndsTheInstance) {
-  Window* first = &window();
-  first->control<EditField>("Field").setText("kept?");
-  log.clear();
-  closeWindow(app, "Levels");
-  EXPECT_EQ(log, (std::vector<std::string>{"Levels_Close"}));
-  EXPECT_EQ(app.liveWindow("Levels"), nullptr);
-  Window& second = window();
-  EXPECT_EQ(second.control<EditField>("Field").Text(), "");
-
-  // Closed from outside any handler, the window is freed inside Close itself.
-  log.clear();
-  second.Close();
-  EXPECT_EQ(log, (std::vector<std::string>{"Levels_Close"}));
-  EXPECT_EQ(app.liveWindow("Levels"), nullptr);
 }
 
 }  // namespace

@@ -12,8 +12,9 @@ Qt::Alignment columnAlignment(const std::vector<std::int32_t>& alignments, int c
   return align == 2 ? Qt::AlignHCenter : align == 3 ? Qt::AlignRight : Qt::AlignLeft;
 }
 
-}  // namespace
-
+// The widths of "40% 30%\t30%" for a list `total` pixels wide: blanks, tabs and commas part
+// the entries; an entry with % is a share of the width, a plain number is pixels, and columns
+// without an entry share what is left.
 std::vector<int> columnWidths(const QStringList& entries, int columns, int total) {
   std::vector<int> widths(static_cast<std::size_t>(std::max(columns, 0)), -1);
   int used = 0;
@@ -40,6 +41,8 @@ std::vector<int> columnWidths(const QStringList& entries, int columns, int total
   }
   return widths;
 }
+
+}  // namespace
 
 ListWidget::ListWidget(QWidget* parent) : QTableWidget(parent) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);

@@ -37,9 +37,4 @@ class ListWidget final : public QTableWidget {
   std::int32_t rowHeight_ = -1;
 };
 
-// The widths of "40% 30%\t30%" for a list `total` pixels wide: blanks, tabs and commas part
-// the entries; an entry with % is a share of the width, a plain number is pixels, and columns
-// without an entry share what is left.
-std::vector<int> columnWidths(const QStringList& entries, int columns, int total);
-
 }  // namespace corvalta::platform::qt
