@@ -32,39 +32,33 @@ http {
 CONF
   nginx -p "$home" -e "$home/error.log" -c "$home/nginx.conf" &
   pids+=($!)
-  local tries
-  for tries in $(seq 100); do
-    curl -sf -o /dev/null "http://127.0.0.1:$port/Updates/corvalta.xml" && return
-    sleep 0.05
-  done
-  fail "nginx did not serve the manifest on port $port: $(cat "$home/error.log")"
+  eventually curl -sf -o /dev/null "http://127.0.0.1:$port/Updates/corvalta.xml" ||
+    fail "nginx did not serve the manifest on port $port: $(cat "$home/error.log")"
 }
 
+# Runs the command until it succeeds, for five seconds at most.
+eventually() {
+  local tries
+  for tries in $(seq 100); do
+    "$@" && return
+    sleep 0.05
+  done
+  return 1
+}
 # The id of the visible window of that title, or nothing.
 visible() { xdotool search --onlyvisible --name "^$1\$" 2>/dev/null | head -n1 || true; }
+gone() { [[ -z $(visible "$1") ]]; }
 await_window() {
   timeout 30 xdotool search --sync --onlyvisible --name "^$1\$" 2>/dev/null | head -n1 ||
     fail "no window \"$1\" came up: $(cat "$work/game.log")"
 }
-await_gone() {
-  local tries
-  for tries in $(seq 100); do
-    [[ -z $(visible "$1") ]] && return
-    sleep 0.05
-  done
-  fail "the window \"$1\" is still up"
-}
+await_gone() { eventually gone "$1" || fail "the window \"$1\" is still up"; }
 # Waits for the browser's line number $1 and prints it.
+has_lines() { [[ $(wc -l <"$work/browser.log") -ge $1 ]]; }
 browser_line() {
-  local tries
-  for tries in $(seq 100); do
-    if [[ $(wc -l <"$work/browser.log") -ge $1 ]]; then
-      sed -n "${1}p" "$work/browser.log"
-      return
-    fi
-    sleep 0.05
-  done
-  fail "the browser got no address number $1: $(cat "$work/browser.log")"
+  eventually has_lines "$1" ||
+    fail "the browser got no address number $1: $(cat "$work/browser.log")"
+  sed -n "${1}p" "$work/browser.log"
 }
 
 # A menu's popup is one more visible window of the game's class; keys sent before it is up
