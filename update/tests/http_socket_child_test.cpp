@@ -34,9 +34,7 @@ TEST(HTTPSocketChild, EventsWaitForTheRunningHandlerAndNeverReachAClosedWindow) 
       hp.installHandler("PageReceived", [&](const platform::EventArgs& args) {
         heard.push_back("page " + std::get<std::string>(args.at(2)));
       });
-      hp.installHandler("Error", [&](const platform::EventArgs& args) {
-        heard.push_back("error " + std::to_string(std::get<std::int32_t>(args.at(0))));
-      });
+      hp.installHandler("Error", [&](const platform::EventArgs&) { heard.push_back("error"); });
       return window;
     });
     auto& window = app.implicitInstance("SocketWindow");

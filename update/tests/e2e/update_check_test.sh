@@ -36,10 +36,10 @@ CONF
     fail "nginx did not serve the manifest on port $port: $(cat "$home/error.log")"
 }
 
-# Runs the command until it succeeds, for five seconds at most.
+# Runs the command until it succeeds, for ten seconds at most.
 eventually() {
   local tries
-  for tries in $(seq 100); do
+  for tries in $(seq 200); do
     "$@" && return
     sleep 0.05
   done
@@ -63,15 +63,12 @@ browser_line() {
 
 # A menu's popup is one more visible window of the game's class; keys sent before it is up
 # would go to the main window.
+more_windows_than() { [[ $(xdotool search --onlyvisible --class corvalta | wc -l) -gt $1 ]]; }
 open_file_menu() {
-  local before tries
+  local before
   before=$(xdotool search --onlyvisible --class corvalta | wc -l)
   xdotool mousemove --window "$window" 15 10 click 1
-  for tries in $(seq 200); do
-    [[ $(xdotool search --onlyvisible --class corvalta | wc -l) -gt $before ]] && return
-    sleep 0.05
-  done
-  fail "the File menu did not open"
+  eventually more_windows_than "$before" || fail "the File menu did not open"
 }
 
 # From the main window's menu bar to the prompt: File is the first title; three steps right is
