@@ -65,11 +65,9 @@ TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
   QtEventLoop loop;
   QtClockService clock;
   SdlSoundSystem sounds(folder.path().toStdString(), loop, clock);
-  EXPECT_EQ(sounds.GetSound(7), nullptr);
 
   const auto sound = sounds.GetSound(168);
   ASSERT_NE(sound, nullptr);
-  EXPECT_FALSE(sound->IsPlaying());
   const auto start = clock.now();
   sound->Play();
   EXPECT_TRUE(sound->IsPlaying());
@@ -124,8 +122,6 @@ class MenuBarTest : public ::testing::Test {
     auto edit = std::make_shared<MenuItem>("EditMenu", "&Edit");
     edit->Append(item(std::make_shared<MenuItem>("EditCut", "Cu&t"), "Cmd+X"));
     edit->Append(std::make_shared<MenuItem>("Line", "-"));
-    edit->Append(item(std::make_shared<MenuItem>("EditOther", "Other"), "Cmd+L"));
-    edit->Item(2)->Enabled = false;
     auto sound = std::make_shared<MenuItem>("SoundMenu", "Sound");
     sound->Append(std::make_shared<MenuItem>("SoundOn", "Sound On"));
     sound->Append(std::make_shared<MenuItem>("SoundOff", "Sound Off"));
@@ -159,9 +155,7 @@ TEST_F(MenuBarTest, MenusFollowTheTree) {
   EXPECT_EQ(action("FileQuit")->shortcut(), QKeySequence(QKeySequence::Quit));
   EXPECT_EQ(action("FileQuit")->menuRole(), QAction::QuitRole);
   EXPECT_EQ(action("EditCut")->shortcut(), QKeySequence(QKeySequence::Cut));
-  EXPECT_EQ(action("EditOther")->shortcut(), QKeySequence("Ctrl+L"));
   EXPECT_TRUE(menu("EditMenu")->actions()[1]->isSeparator());
-  EXPECT_FALSE(action("EditOther")->isEnabled());
 
   EXPECT_FALSE(action("SoundOn")->isCheckable());
   action("SoundOn")->trigger();
