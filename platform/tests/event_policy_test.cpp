@@ -36,7 +36,7 @@ WindowPlan mainPlan() {
 
 WindowPlan dialogPlan() {
   return {"Dialog", {{"Visible", false}},
-          {plain("NameField", "EditField"), plain("Done", "PushButton")}};
+          {plain("NameField", "EditField"), plain("Play", "PushButton"), plain("Done", "PushButton")}};
 }
 
 class EventPolicyTest : public ::testing::Test {
@@ -136,6 +136,31 @@ TEST_F(EventPolicyTest, ModalWindowGetsInputAndTicksNest) {
   EXPECT_TRUE(user.empty());
   ASSERT_NE(app.liveWindow("Dialog"), nullptr);
   EXPECT_FALSE(app.liveWindow("Dialog")->Visible());
+}
+
+// What a sound held back inside a modal window (the time-out's chime while the update window
+// is up) is delivered when the handler that waited returns, while the window is still up;
+// held input for other windows is refused then.
+TEST_F(EventPolicyTest, SoundInsideModalWindowHoldsEventsOnlyWhileItPlays) {
+  std::deque<std::function<void()>> user = {
+      [&] { EXPECT_EQ(pressControl(app, "Dialog", "Play"), Dispatcher::Delivery::Delivered); },
+      [&] { EXPECT_EQ(pressControl(app, "Dialog", "Done"), Dispatcher::Delivery::Delivered); },
+  };
+  scriptUser(user);
+  main->control<PushButton>("Go").installHandler("Action", [this] {
+    app.implicitInstance("Dialog").control<PushButton>("Play").installHandler("Action", [this] {
+      note("play");
+      playAndWait([this] { return sound; });
+    });
+    showDialogModal();
+  });
+  services.loop.callAt(headless::HeadlessEventLoop::start() + 1500ms, [this] {
+    EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Held);
+  });
+  main->control<Timer>("Ticker").setMode(2);
+  pressControl(app, "Main", "Go");
+  EXPECT_EQ(log, (std::vector<std::string>{"go@0", "play@0", "tick@2300", "tick@2300", "done:@2300",
+                                           "modal-returned@2300"}));
 }
 
 // With no scripted answer that fits, a message box gives its default button, decoded from the

@@ -133,5 +133,17 @@ TEST_F(ViewStateTest, KeyboardAndCells) {
   EXPECT_EQ(log, (std::vector<std::string>{"Table_CellTextChange 0 1"}));
 }
 
+// Close raises Close and ends the instance, even from outside any handler, where the window
+// is freed inside Close itself; the accessor then makes a fresh one.
+TEST_F(ViewStateTest, CloseEndsTheInstance) {
+  Window& first = window();
+  first.control<EditField>("Field").setText("kept?");
+  log.clear();
+  first.Close();
+  EXPECT_EQ(log, (std::vector<std::string>{"Levels_Close"}));
+  EXPECT_EQ(app.liveWindow("Levels"), nullptr);
+  EXPECT_EQ(window().control<EditField>("Field").Text(), "");
+}
+
 }  // namespace
 }  // namespace corvalta::platform
