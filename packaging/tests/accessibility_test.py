@@ -73,7 +73,7 @@ def problems_of(application):
         yield f"Sound On and Sound Off are checked {sound_checks(menu_items)} after Sound Off"
 
 
-def inspect(game):
+def examine(game):
     """Runs inside a session bus of its own, which ends with this process."""
     bus = subprocess.Popen(["/usr/libexec/at-spi-bus-launcher", "--launch-immediately"])
     try:
@@ -97,7 +97,7 @@ def main(game):
         env = dict(os.environ, CORVALTA_IN_SESSION_BUS="1")
         return subprocess.run(["dbus-run-session", "--", sys.executable, __file__, game],
                               env=env, check=False).returncode
-    problems = inspect(game)
+    problems = examine(game)
     for problem in problems:
         print("FAIL:", problem, file=sys.stderr)
     return 1 if problems else 0
