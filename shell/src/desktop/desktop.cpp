@@ -57,7 +57,7 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   app.setMenuBar(makeMenuBar1());
   addMenuHandlers(app);
   registerInfoWindows(app);
-  update::registerUpdateWindow(app, {*findWindowDescription("updateWindow"),
+  update::registerUpdateWindow(app, {windowDescription("updateWindow"),
                                      platform::qt::newLoadedTcpSocket});
   store::Program program(app, store::posixSystemCalls(),
                          store::configurationFolderPath(store::currentUserEnvironment()),
