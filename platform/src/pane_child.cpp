@@ -44,21 +44,15 @@ void PaneChild::raise(std::string_view event, const EventArgs& args) {
 }
 
 bool PaneChild::boolProperty(std::string_view name, bool fallback) const {
-  const auto* value = property(name);
-  const auto* b = value != nullptr ? std::get_if<bool>(value) : nullptr;
-  return b != nullptr ? *b : fallback;
+  return valueOr(property(name), fallback);
 }
 
 std::int32_t PaneChild::intProperty(std::string_view name, std::int32_t fallback) const {
-  const auto* value = property(name);
-  const auto* i = value != nullptr ? std::get_if<std::int32_t>(value) : nullptr;
-  return i != nullptr ? *i : fallback;
+  return valueOr(property(name), fallback);
 }
 
 std::string PaneChild::textProperty(std::string_view name) const {
-  const auto* value = property(name);
-  const auto* s = value != nullptr ? std::get_if<std::string>(value) : nullptr;
-  return s != nullptr ? *s : std::string();
+  return valueOr<std::string>(property(name), {});
 }
 
 void PaneChild::attach(Window* window, std::string key) {

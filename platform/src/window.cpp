@@ -21,17 +21,9 @@ void Window::setProperty(std::string_view name, PropertyValue value) {
   application_.observer().windowPropertyChanged(*this, name);
 }
 
-std::string Window::Title() const {
-  const auto* value = property("Title");
-  const auto* text = value != nullptr ? std::get_if<std::string>(value) : nullptr;
-  return text != nullptr ? *text : std::string();
-}
+std::string Window::Title() const { return valueOr<std::string>(property("Title"), {}); }
 
-bool Window::Visible() const {
-  const auto* value = property("Visible");
-  const auto* visible = value != nullptr ? std::get_if<bool>(value) : nullptr;
-  return visible != nullptr && *visible;
-}
+bool Window::Visible() const { return valueOr(property("Visible"), false); }
 
 void Window::build(const WindowPlan& plan) {
   for (const auto& [name, value] : plan.properties) setProperty(name, value);

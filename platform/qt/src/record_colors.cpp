@@ -31,9 +31,9 @@ QColor turnedOver(const Color& recorded) {
   return withLightness(color, 1.0F - color.lightnessF());
 }
 
-const PropertyValue* colorNamed(const PropertyList& properties, std::string_view name) {
+const Color* colorNamed(const PropertyList& properties, std::string_view name) {
   const auto* value = findProperty(properties, name);
-  return value != nullptr && std::holds_alternative<Color>(*value) ? value : nullptr;
+  return value != nullptr ? std::get_if<Color>(value) : nullptr;
 }
 
 }  // namespace
@@ -74,14 +74,14 @@ void showColors(QWidget* widget, std::string_view className, const PropertyList&
   QPalette palette = widget->palette();
   if (className == "StaticText" && text != nullptr) {
     palette.setColor(QPalette::WindowText,
-                     shownText(std::get<Color>(*text), desktop, palette.color(QPalette::Window)));
+                     shownText(*text, desktop, palette.color(QPalette::Window)));
   } else if (className == "EditField") {
     if (ground != nullptr) {
-      palette.setColor(QPalette::Base, shownGround(std::get<Color>(*ground), desktop));
+      palette.setColor(QPalette::Base, shownGround(*ground, desktop));
     }
     if (text != nullptr) {
       palette.setColor(QPalette::Text,
-                       shownText(std::get<Color>(*text), desktop, palette.color(QPalette::Base)));
+                       shownText(*text, desktop, palette.color(QPalette::Base)));
     }
   } else {
     return;

@@ -16,9 +16,7 @@ namespace {
 constexpr int labelReach = 20;
 
 std::int32_t number(const PaneChild& child, std::string_view name) {
-  const auto* value = child.property(name);
-  const auto* held = value != nullptr ? std::get_if<std::int32_t>(value) : nullptr;
-  return held != nullptr ? *held : 0;
+  return valueOr(child.property(name), std::int32_t{0});
 }
 
 QRect placeOf(const PaneChild& child) {
@@ -28,13 +26,10 @@ QRect placeOf(const PaneChild& child) {
 // A label's words: "Name:" names a field "Name"; a label of signs or digits alone ("+", "0")
 // names nothing.
 QString wordsOf(const PaneChild& label) {
-  const auto* text = label.property("Text");
-  const auto* visible = label.property("Visible");
-  if (label.className() != "StaticText" || text == nullptr ||
-      (visible != nullptr && !std::get<bool>(*visible))) {
+  if (label.className() != "StaticText" || !valueOr(label.property("Visible"), true)) {
     return {};
   }
-  auto words = toDisplayText(std::get<std::string>(*text)).simplified();
+  auto words = toDisplayText(valueOr<std::string>(label.property("Text"), {})).simplified();
   while (words.endsWith(':')) words.chop(1);
   return std::any_of(words.begin(), words.end(), [](QChar c) { return c.isLetter(); }) ? words : QString();
 }

@@ -21,15 +21,6 @@
 #include <QVBoxLayout>
 
 namespace corvalta::platform::qt {
-namespace {
-
-template <class T>
-T valueOr(const PropertyValue* value, T fallback) {
-  const auto* held = value != nullptr ? std::get_if<T>(value) : nullptr;
-  return held != nullptr ? *held : fallback;
-}
-
-}  // namespace
 
 WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
     : app_(app), window_(&window), className_(window.className()), content_(new QWidget(this)) {

@@ -30,6 +30,13 @@ using PropertyList = std::vector<Property>;
 // The value of the named property, or nullptr when the list has none.
 [[nodiscard]] const PropertyValue* findProperty(const PropertyList& properties, std::string_view name);
 
+// What `value` holds when it is there and of type T, else `fallback`.
+template <class T>
+[[nodiscard]] T valueOr(const PropertyValue* value, T fallback) {
+  const auto* held = value != nullptr ? std::get_if<T>(value) : nullptr;
+  return held != nullptr ? *held : fallback;
+}
+
 // Gives the named property this value, appending it when the list has none; false when it
 // held that value already, so that callers announce only real changes.
 bool assignProperty(PropertyList& properties, std::string_view name, PropertyValue value);
