@@ -25,6 +25,14 @@ class PosixSystemCalls final : public SystemCalls {
   }
   int unlink(const std::string& path) override { return ::unlink(path.c_str()); }
   int mkdir(const std::string& path, mode_t mode) override { return ::mkdir(path.c_str(), mode); }
+  int fstat(int fd, struct stat& status) override { return ::fstat(fd, &status); }
+  int fchmod(int fd, mode_t mode) override { return ::fchmod(fd, mode); }
+  int lstat(const std::string& path, struct stat& status) override {
+    return ::lstat(path.c_str(), &status);
+  }
+  ssize_t readlink(const std::string& path, char* buffer, std::size_t size) override {
+    return ::readlink(path.c_str(), buffer, size);
+  }
 };
 
 }  // namespace

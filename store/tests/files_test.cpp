@@ -5,11 +5,16 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <cstring>
 #include <filesystem>
 #include <optional>
+#include <mutex>
 #include <random>
+#include <thread>
 
 #include "corvalta/store/preferences_folder.h"
 #include "corvalta/store/stored_file.h"
@@ -61,17 +66,90 @@ TEST(ReplaceWholeFile, LeavesExactlyTheNewBytesAndNoOtherFile) {
   }
 }
 
+// A save replaces the file that the name's links end in, in that file's folder, keeping the
+// links as they are and the file's permission bits; a file yet to be made gets the umask's.
+TEST(ReplaceWholeFile, KeepsLinksAndPermissionBits) {
+  // link: the link's text at the stored name, "" for none; target: the file behind, in the
+  // folder "dotfiles" beside the configuration folder; mode: before the save, 0 for no file.
+  const struct { const char *what, *link, *target; mode_t mode, modeAfter; } cases[] = {
+      {"read-only file", "", "config/corvalta.plist", 0444, 0444},
+      {"group-readable file", "", "config/corvalta.plist", 0640, 0640},
+      {"relative link", "../dotfiles/corvalta.plist", "dotfiles/corvalta.plist", 0600, 0600},
+      {"absolute link, read-only file", "<root>/dotfiles/synced.plist", "dotfiles/synced.plist", 0444, 0444},
+      {"link to a file yet to be made", "../dotfiles/corvalta.plist", "dotfiles/corvalta.plist", 0, 0644},
+  };
+  const mode_t umask = ::umask(022);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    TemporaryFolder root;
+    std::filesystem::create_directory(root / "config");
+    std::filesystem::create_directory(root / "dotfiles");
+    const std::string stored = root / "config/corvalta.plist";
+    if (c.mode != 0) {
+      writeBytes(root / c.target, "True\nEasy\n");
+      ::chmod((root / c.target).c_str(), c.mode);
+    }
+    std::string link = c.link;
+    if (link.rfind("<root>", 0) == 0) link = root.path().string() + link.substr(6);
+    if (!link.empty()) std::filesystem::create_symlink(link, stored);
+
+    EXPECT_TRUE(replaceWholeFile(posixSystemCalls(), stored, "False\nHard\n"));
+    EXPECT_EQ(fileBytes(root / c.target), "False\nHard\n");
+    struct stat status {};
+    ASSERT_EQ(::stat((root / c.target).c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, c.modeAfter);
+    EXPECT_EQ(link.empty() ? "" : std::filesystem::read_symlink(stored).string(), link);
+    EXPECT_EQ(folderEntries(root.path() / "config"), Names{"corvalta.plist"});
+    EXPECT_EQ(folderEntries(root.path() / "dotfiles"),
+              c.target == std::string("config/corvalta.plist") ? Names{} : Names{std::filesystem::path(c.target).filename()});
+  }
+  ::umask(umask);
+}
+
+// A start removes the temporary files of saves that were killed, beside the stored name and
+// beside the file its link points to, and nothing else: not those of a save that another
+// running process may have under way, not files that only look alike.
+TEST(StoredFile, StartRemovesWhatKilledSavesLeftAndNothingElse) {
+  const pid_t dead = ::fork();
+  if (dead == 0) ::_exit(0);
+  ::waitpid(dead, nullptr, 0);
+  const auto temporary = [](const std::string& name, pid_t pid) { return "." + name + "." + std::to_string(pid) + ".new"; };
+  TemporaryFolder root;
+  const std::filesystem::path config = root.path() / "config", dotfiles = root.path() / "dotfiles";
+  std::filesystem::create_directory(config);
+  std::filesystem::create_directory(dotfiles);
+  std::filesystem::create_symlink("../dotfiles/scores", config / kScores);
+  writeBytes(root / "dotfiles/scores", "Ann\tHard\t5\n");
+  const Names removed = {temporary(kScores, dead), temporary(kScores, ::getpid())};
+  const Names kept = {kScores, temporary(kScores, ::getppid()), temporary(kSettings, dead), "." + kScores + ".12x.new",
+                      "." + kScores + "..new", kScores + "." + std::to_string(dead) + ".new",
+                      "." + kScores + "." + std::to_string(dead) + ".old"};
+  for (const auto& name : removed) writeBytes(config / name, "x");
+  for (const auto& name : kept) if (name != kScores) writeBytes(config / name, "x");
+  writeBytes(dotfiles / temporary("scores", dead), "x");
+  writeBytes(dotfiles / temporary(kScores, dead), "x");
+
+  StoredFile file(posixSystemCalls(), config / kScores);
+  EXPECT_EQ(file.OpenCreatingWith("").ReadLine(), "Ann\tHard\t5");
+  Names expected = kept;
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(folderEntries(config), expected);
+  EXPECT_EQ(folderEntries(dotfiles), (Names{temporary(kScores, dead), "scores"}));
+}
+
 // A missing file is made with the initial text; a file that is there is read as it stands, up
 // to the size limit; one that is there but can't be read reads as the initial text and is never
 // replaced, because what it holds may be the user's data that a passing fault hid.
 TEST(StoredFile, ReadsWhatItCanAndNeverReplacesWhatItCouldNotRead) {
-  // before nullptr: no file; failingCall -1: none, 0: the open for reading, 1: the first read.
+  // before nullptr: no file; failingCall -1: none, else counted after the look for leftovers
+  // (one lstat): 1 the open for reading, 2 its fstat, 3 the first read.
   const std::string big(kMaxStoredFileSize + 5000, 'x');
   const struct { const char *what, *before; int failingCall; std::string firstLine; bool replaced; } cases[] = {
       {"missing", nullptr, -1, "True", true},
       {"longer than any stored file", big.c_str(), -1, big.substr(0, kMaxStoredFileSize), true},
-      {"open fails", "False\nHard\n", 0, "True", false},
-      {"read fails", "False\nHard\n", 1, "True", false},
+      {"open fails", "False\nHard\n", 1, "True", false},
+      {"fstat fails", "False\nHard\n", 2, "True", false},
+      {"read fails", "False\nHard\n", 3, "True", false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
@@ -199,7 +277,8 @@ TEST(FullDisk, EverySaveEndsSavedOrWithTheOldFileIntact) {
 }
 
 // A process killed at random moments during 1,000 saves that alternate two tables leaves the
-// file as one of the two whole tables: never a mixture, a truncated file or an empty one.
+// file as one of the two whole tables: never a mixture, a truncated file or an empty one; the
+// next start removes the temporary files that the killed saves left.
 TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
   TemporaryFolder folder;
   const std::string path = folder / kScores;
@@ -241,19 +320,57 @@ TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
     ASSERT_TRUE(bytes == texts[0] || bytes == texts[1])
         << "after kill " << kills << " and " << completed << " saves: " << ::testing::PrintToString(bytes);
   }
+  StoredFile(posixSystemCalls(), path).OpenCreatingWith("");
+  EXPECT_EQ(folderEntries(folder.path()), Names{kScores}) << "the next start leaves no temporary file";
 }
 
-// In a folder that takes no file, a whole game plays: the qualifying score enters the table in
-// memory and stays there, while the files on disk, if any, keep every byte, and no file is
-// left behind, also at the quit; a failed save is never shown.
+// Opens each named pipe of `paths` for writing, again and again, once the test has run a few
+// seconds, so that a reader blocked in its open goes on and the test fails instead of hanging.
+class UnblockPipesLater {
+ public:
+  explicit UnblockPipesLater(std::vector<std::string> paths)
+      : watchdog_([this, paths = std::move(paths)] {
+          std::unique_lock lock(mutex_);
+          auto wait = std::chrono::milliseconds(5000);
+          while (!ended_.wait_for(lock, wait, [this] { return done_; })) {
+            blocked_ = true;
+            for (const auto& path : paths) ::close(::open(path.c_str(), O_WRONLY | O_NONBLOCK));
+            wait = std::chrono::milliseconds(50);
+          }
+        }) {}
+  // Whether the pipes had to be opened.
+  bool end() {
+    {
+      const std::lock_guard lock(mutex_);
+      done_ = true;
+    }
+    ended_.notify_one();
+    watchdog_.join();
+    return blocked_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable ended_;
+  bool done_ = false;
+  std::atomic<bool> blocked_ = false;
+  std::thread watchdog_;
+};
+
+// In a folder that takes no file, or where something that is no regular file stands in each
+// file's place, a whole game plays: start-up reads what it can without waiting, the qualifying
+// score enters the table in memory and stays there, while what is on disk keeps every byte,
+// and no file is left behind, also at the quit; a failed save is never shown.
 TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
   Rows onDisk;
   for (const char* score : {"9", "8", "7", "6", "5", "4", "3", "2", "1", "0"}) onDisk.push_back({"P", "Easy", score});
-  enum class Kind { ReadOnlyWithFiles, FoldersInPlaceOfFiles };
+  enum class Kind { ReadOnlyWithFiles, FoldersInPlaceOfFiles, NamedPipes, LinksToDevZero };
   // before: the table at start.
   const struct { const char* what; Kind kind; Rows before; std::ptrdiff_t newRow; } cases[] = {
-      {"read-only with both files", Kind::ReadOnlyWithFiles, onDisk, 9},
-      {"a folder where each file should be", Kind::FoldersInPlaceOfFiles, defaultRows(), 0}};
+      {"a folder where each file should be", Kind::FoldersInPlaceOfFiles, defaultRows(), 0},
+      {"a named pipe where each file should be", Kind::NamedPipes, defaultRows(), 0},
+      {"a link to /dev/zero where each file should be", Kind::LinksToDevZero, defaultRows(), 0},
+      {"read-only with both files (last: it may skip)", Kind::ReadOnlyWithFiles, onDisk, 9}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     TemporaryFolder folder;
@@ -261,18 +378,24 @@ TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
     for (const auto& [name, bytes] : files) {
       if (c.kind == Kind::ReadOnlyWithFiles) writeBytes(folder / name, bytes);
       if (c.kind == Kind::FoldersInPlaceOfFiles) std::filesystem::create_directory(folder / name);
+      if (c.kind == Kind::NamedPipes) {
+        ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
+      }
+      if (c.kind == Kind::LinksToDevZero) std::filesystem::create_symlink("/dev/zero", folder / name);
     }
     const Names entries = folderEntries(folder.path());
     const std::string settings = fileBytes(folder / kSettings), scores = fileBytes(folder / kScores);
     std::optional<Mount> readOnly;
-    if (c.kind != Kind::FoldersInPlaceOfFiles) {
+    if (c.kind == Kind::ReadOnlyWithFiles) {
       readOnly.emplace(folder.path());
       if (!readOnly->made()) GTEST_SKIP() << readOnly->why();
       const int probe = ::open((folder / "probe").c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
       ASSERT_LT(probe, 0) << "the folder still takes files";
     }
 
+    UnblockPipesLater watchdog({folder / kSettings, folder / kScores});
     Game game(folder.path());
+    EXPECT_FALSE(watchdog.end()) << "start-up waited on a pipe";
     EXPECT_EQ(game.rows(), c.before);
     game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + "advance 90000\npress Enter\n");
     EXPECT_EQ(game.rows(), entered(c.before, c.newRow, {"", "Easy", "1"}));
