@@ -19,6 +19,9 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include "desktop_end.h"
+#include "one_game_per_folder.h"
+
 #include <cstdlib>
 
 namespace corvalta::shell {
@@ -35,6 +38,11 @@ std::function<std::shared_ptr<platform::Random>()> randomSource() {
 }  // namespace
 
 int runDesktop(int argc, char** argv, const DesktopReady& ready) {
+  const std::string folder = store::configurationFolderPath(store::currentUserEnvironment());
+  OneGamePerFolder oneGame(folder);
+  if (!oneGame.first()) {
+    return 0;
+  }
   QApplication qt(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Corvalta"));
   QApplication::setApplicationVersion(QString::fromUtf8(platform::app_info::ShortVersion()));
@@ -59,8 +67,9 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   registerInfoWindows(app);
   update::registerUpdateWindow(app, {windowDescription("updateWindow"),
                                      platform::qt::newLoadedTcpSocket});
-  store::Program program(app, store::posixSystemCalls(),
-                         store::configurationFolderPath(store::currentUserEnvironment()),
+  oneGame.onLaterStart([&view] { bringToFront(view.topLevel("Window1")); });
+  const DesktopEnd desktopEnd(app);
+  store::Program program(app, store::posixSystemCalls(), folder,
                          [](const std::string& text) {
                            QMessageBox::critical(nullptr, QStringLiteral("Corvalta"),
                                                  QString::fromStdString(text));
