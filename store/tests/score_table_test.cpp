@@ -120,6 +120,34 @@ TEST(NameEntry, EnterPutsTheScoreInItsPlace) {
   }
 }
 
+// The name field keeps letters and digits with their combining marks, composed (NFC), at most
+// ten as the player sees them: a mark takes no place, goes with the letter before it and is
+// dropped with it; tabs and line ends never go in.
+TEST(NameEntry, NameFieldKeepsLettersWithTheirMarksComposed) {
+  const std::string e = "e\xcc\x81", eComposed = "\xc3\xa9";  // e and a combining acute; é
+  const std::string namaste = "\xe0\xa4\xa8\xe0\xa4\xae\xe0\xa4\xb8\xe0\xa5\x8d\xe0\xa4\xa4\xe0\xa5\x87";
+  std::string twelve, ten;
+  for (int i = 0; i < 12; ++i) twelve += e;
+  for (int i = 0; i < 10; ++i) ten += eComposed;
+  const std::pair<std::string, std::string> cases[] = {  // typed, kept
+      {"Zo" + e, "Zo" + eComposed},
+      {namaste, namaste},  // a virama and a vowel sign stay
+      {twelve, ten},
+      {"Ang" + e + "lique12", "Ang" + eComposed + "lique1"},
+      {"AnnMarieTq\xcc\x87x" + e, "AnnMarieTq\xcc\x87"},  // the tenth letter keeps its mark
+      {"\xcc\x81" "Ann\tBo\rCy", "AnnBoCy"},  // a mark with no letter before it
+      {"-\xcc\x81q\xcc\x87\xcc\xa3", "q\xcc\xa3\xcc\x87"},  // dropped with its letter; in canonical order
+  };
+  for (const auto& [typed, kept] : cases) {
+    SCOPED_TRACE(::testing::PrintToString(typed));
+    TemporaryFolder folder;
+    Game game(folder.path());
+    auto& entry = platform::implicitInstance<store::Congratulations>("Congratulations");
+    game.run("type Congratulations.NameField " + typed + "\n");
+    EXPECT_EQ(entry.control<platform::EditField>("NameField").Text(), kept);
+  }
+}
+
 // Through whole games: the field keeps what its mask lets in, ten at most; the second
 // qualifying game of a run offers the name entered at the first; the close box adds nothing
 // and keeps the file, and the next name entry is a new window that offers Name again.

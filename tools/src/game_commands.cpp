@@ -3,6 +3,8 @@
 #include <corvalta/tools/commands.h>
 #include <corvalta/tools/session.h>
 
+#include <QString>
+
 #include <charconv>
 #include <chrono>
 #include <sstream>
@@ -59,7 +61,9 @@ const CommandRegistration type("type", "type [WINDOW.]FIELD TEXT (the rest of th
                                [](Session& s, const std::string& a) {
   const auto [field, text] = firstWord(a);
   const Target t = target(s, field);
-  report(s, "type " + field, platform::typeText(s.app(), t.window, t.control, text));
+  // Composed as the desktop view hands typing over (NFC).
+  const std::string composed = QString::fromStdString(text).normalized(QString::NormalizationForm_C).toStdString();
+  report(s, "type " + field, platform::typeText(s.app(), t.window, t.control, composed));
 });
 
 const CommandRegistration key("key", "key Return [WINDOW]", [](Session& s, const std::string& a) {

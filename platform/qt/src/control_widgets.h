@@ -22,7 +22,7 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
 void showControlProperty(QWidget* widget, std::string_view className, std::string_view name,
                          const PropertyValue& value);
 
-// Text of the view state (UTF-8, carriage return as line break) for Qt, and back.
+// Text of the view state (UTF-8, carriage return as line break) for Qt, and back, composed.
 QString toDisplayText(const std::string& text);
 std::string fromDisplayText(const QString& text);
 
