@@ -26,6 +26,7 @@ TEST(HighScoreFile, ReadsAnyFileIntoTenRowsAndSavesTheCellsBack) {
       {"\xe6\x9d\x8e\xe5\xb0\x8f\xe9\xbe\x8d", "Medium", "60"},  // Han
       {" ", " ", "0"}, {"", "", "0"}, {" ", " ", "0"}, {"", "", "0"}, {" ", " ", "0"}, {"", "", "0"}, {"", "", ""},
   };
+  const std::string huge = tableText(entered(defaultRows(), 0, {std::string(1000000, 'x'), "Easy", "5"}));
   const struct { const char* name; std::string bytes, saved; } cases[] = {  // saved: the rows as read
       {"empty file", "", empty(10)},
       {"names beyond ASCII, blank and empty cells", tableText(beyondAscii), tableText(beyondAscii)},
@@ -34,6 +35,7 @@ TEST(HighScoreFile, ReadsAnyFileIntoTenRowsAndSavesTheCellsBack) {
       {"CR LF and CR line ends", "Ann\tHard\t5\r\nBo\tEasy\t4\rCy\tMedium\t3\r\n",
        "Ann\tHard\t5\nBo\tEasy\t4\nCy\tMedium\t3\n" + empty(7)},
       {"twelve lines", tableText(Rows(12, {"Zed", "Hard", "9"})), tableText(Rows(10, {"Zed", "Hard", "9"}))},
+      {"a name of a million letters", huge, huge},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
