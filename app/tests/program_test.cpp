@@ -61,12 +61,12 @@ TEST(SettingsFile, ReadThroughTheComparisonsAndWrittenCleanAtTheQuit) {
     TemporaryFolder folder;
     writeBytes(folder / kSettings, bytes);
     ProgramRun game(folder.path());
-    game.window().getPlist();
     const platform::MenuItem* bar = game.app.MenuBar();
     const bool on = bar->Lookup("SoundSoundOn")->Checked, off = bar->Lookup("SoundSoundOff")->Checked;
     std::string read = std::string(Module1.SoundFlag ? "True" : "False") + (on ? " on" : "") + (off ? " off\n" : "\n");
     for (const char* button : {"Easy", "Medium", "Hard", "VeryHard"}) read += game.selected(button) ? button : "";
-    read += " " + std::to_string(Module1.High) + " '" + Module1.Difficulty + "' " + game.window().control<platform::StaticText>("Op3").Text();
+    const std::string op3 = game.window().control<platform::StaticText>("Op3").Text();
+    read += " " + std::to_string(Module1.High) + " '" + Module1.Difficulty + "' " + op3;
     const std::string sound = saved.substr(0, saved.find('\n')), level = saved.substr(sound.size() + 1);
     EXPECT_EQ(read, sound + (sound == "True" ? " on\n" : " off\n") + levels.at(level));
     EXPECT_EQ(fileBytes(folder / kSettings), bytes);

@@ -26,10 +26,10 @@ using namespace std::chrono_literals;
 constexpr auto kDelivered = platform::Dispatcher::Delivery::Delivered;
 
 // The update check in the program as it ships (the menu commands, selfTest, updateWindow over
-// real sockets) on the headless view, fetching from `url`, with its files in memory. It stands in for the user's eyes
-// and ears: windows closing, beeps, boxes, prompts, addresses for the browser and labels
-// redrawn go to the journal in order, with updateWindow as each dialog came up. Dialogs take
-// the answers queued in services.dialogs, or their default button.
+// real sockets) on the headless view, fetching from `url`, with its files in memory. It stands
+// in for the user's eyes and ears: windows closing, beeps, boxes, prompts, addresses for the
+// browser and labels redrawn go to the journal in order, with updateWindow as each dialog came
+// up. Dialogs take the answers queued in services.dialogs, or their default button.
 class Check final : platform::ViewObserver, platform::SoundSystem, platform::Dialogs, platform::UrlOpener {
  public:
   using Step = std::function<void()>;
