@@ -1,4 +1,4 @@
-// Window1 comes into being with its two stored files.
+// The main window comes into being with its two stored files.
 #include <corvalta/core/window1.h>
 #include <corvalta/store/preferences_folder.h>
 
@@ -16,7 +16,7 @@ StoredFile fileIn(SystemCalls& calls, const std::string& folder, const char* nam
 }  // namespace
 
 Window1::Window1(const platform::WindowDescription& description, SystemCalls& calls,
-                       const std::string& folder)
+                 const std::string& folder)
     : Window("Window1"),
       settingsFile_(fileIn(calls, folder, kSettingsFileName)),
       highScoresFile_(fileIn(calls, folder, kHighScoresFileName)) {
