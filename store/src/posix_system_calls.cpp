@@ -1,3 +1,4 @@
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -32,6 +33,21 @@ class PosixSystemCalls final : public SystemCalls {
   }
   ssize_t readlink(const std::string& path, char* buffer, std::size_t size) override {
     return ::readlink(path.c_str(), buffer, size);
+  }
+  int listFolder(const std::string& path, std::vector<std::string>& names) override {
+    DIR* folder = ::opendir(path.c_str());
+    if (folder == nullptr) {
+      return -1;
+    }
+    names.clear();
+    while (const dirent* entry = ::readdir(folder)) {
+      const std::string name = entry->d_name;
+      if (name != "." && name != "..") {
+        names.push_back(name);
+      }
+    }
+    ::closedir(folder);
+    return 0;
   }
 };
 

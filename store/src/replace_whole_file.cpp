@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 #include <set>
+#include <vector>
 
 #include "corvalta/store/whole_file.h"
 
@@ -151,12 +152,12 @@ void removeTemporariesOfKilledSaves(SystemCalls& calls, const std::string& path)
     saved.insert(target->path);
   }
   for (const fs::path& file : saved) {
-    std::error_code error;
-    for (fs::directory_iterator entry(file.parent_path(), error), end; !error && entry != end;
-         entry.increment(error)) {
-      const auto pid = saverOf(entry->path().filename().string(), file.filename().string());
+    std::vector<std::string> names;
+    calls.listFolder(file.parent_path().string(), names);
+    for (const std::string& name : names) {
+      const auto pid = saverOf(name, file.filename().string());
       if (pid && !savingNow(*pid)) {
-        calls.unlink(entry->path().string());
+        calls.unlink((file.parent_path() / name).string());
       }
     }
   }

@@ -51,6 +51,9 @@ class FaultySystemCalls final : public SystemCalls {
   ssize_t readlink(const std::string& path, char* buffer, std::size_t size) override {
     return fails("readlink") ? -1 : real().readlink(path, buffer, size);
   }
+  int listFolder(const std::string& path, std::vector<std::string>& names) override {
+    return fails("listFolder") ? -1 : real().listFolder(path, names);
+  }
 
  private:
   static SystemCalls& real() { return posixSystemCalls(); }

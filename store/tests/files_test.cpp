@@ -5,28 +5,37 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
-#include <chrono>
-#include <condition_variable>
 #include <cstring>
 #include <filesystem>
 #include <optional>
-#include <mutex>
 #include <random>
-#include <thread>
+
+#include <corvalta/testing/mount.h>
+#include <corvalta/testing/temporary_folder.h>
+#include <gtest/gtest.h>
 
 #include "corvalta/store/preferences_folder.h"
 #include "corvalta/store/stored_file.h"
 #include "corvalta/store/whole_file.h"
 #include "faulty_system_calls.h"
-#include "store_game.h"
 
 namespace corvalta::testing {
 namespace {
 
 using namespace store;
 using Names = std::vector<std::string>;
+using Rows = std::vector<std::vector<std::string>>;
+
+const std::string kSettings = "corvalta.plist";
+const std::string kScores = "corvalta-highscores.plist";
+
+// The score file of these rows, each line ending in LF.
+std::string tableText(const Rows& rows) {
+  std::string text;
+  for (const auto& row : rows) text += row[0] + "\t" + row[1] + "\t" + row[2] + "\n";
+  return text;
+}
 
 // The folder is $XDG_CONFIG_HOME when that is an absolute path, else ~/.config; taking it makes
 // it and its missing parents, private to the user.
@@ -141,22 +150,31 @@ TEST(StoredFile, StartRemovesWhatKilledSavesLeftAndNothingElse) {
 // to the size limit; one that is there but can't be read reads as the initial text and is never
 // replaced, because what it holds may be the user's data that a passing fault hid.
 TEST(StoredFile, ReadsWhatItCanAndNeverReplacesWhatItCouldNotRead) {
-  // before nullptr: no file; failingCall -1: none, else counted after the look for leftovers
-  // (one lstat): 1 the open for reading, 2 its fstat, 3 the first read.
+  // before nullptr: no file; failingCall nullptr: none, else the first call of that name.
   const std::string big(kMaxStoredFileSize + 5000, 'x');
-  const struct { const char *what, *before; int failingCall; std::string firstLine; bool replaced; } cases[] = {
-      {"missing", nullptr, -1, "True", true},
-      {"longer than any stored file", big.c_str(), -1, big.substr(0, kMaxStoredFileSize), true},
-      {"open fails", "False\nHard\n", 1, "True", false},
-      {"fstat fails", "False\nHard\n", 2, "True", false},
-      {"read fails", "False\nHard\n", 3, "True", false},
+  const struct { const char *what, *before, *failingCall; std::string firstLine; bool replaced; } cases[] = {
+      {"missing", nullptr, nullptr, "True", true},
+      {"longer than any stored file", big.c_str(), nullptr, big.substr(0, kMaxStoredFileSize), true},
+      {"open fails", "False\nHard\n", "open", "True", false},
+      {"fstat fails", "False\nHard\n", "fstat", "True", false},
+      {"read fails", "False\nHard\n", "read", "True", false},
   };
+  FaultySystemCalls clean;
+  {
+    TemporaryFolder folder;
+    writeBytes(folder / kSettings, "True\n");
+    StoredFile(clean, folder / kSettings).OpenCreatingWith("");
+  }
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     TemporaryFolder folder;
     if (c.before != nullptr) writeBytes(folder / kSettings, c.before);
     FaultySystemCalls calls;
-    if (c.failingCall >= 0) calls.failCall(static_cast<std::size_t>(c.failingCall), EIO);
+    if (c.failingCall != nullptr) {
+      const auto at = std::find(clean.log().begin(), clean.log().end(), c.failingCall);
+      ASSERT_NE(at, clean.log().end());
+      calls.failCall(static_cast<std::size_t>(at - clean.log().begin()), EIO);
+    }
     StoredFile file(calls, folder / kSettings);
     TextInputStream in = file.OpenCreatingWith("True\nEasy\n");
     EXPECT_EQ(in.ReadLine(), c.firstLine);
@@ -198,39 +216,6 @@ TEST(InjectedFault, EachCallOfASaveFailingInTurn) {
   EXPECT_GT(outcomes[0], 0);
   EXPECT_GT(outcomes[1], 0);
 }
-
-// A folder made into another file system for the length of a test: with tmpfs options
-// ("size=64k,nr_inodes=32") a tiny tmpfs, without them the folder itself read-only. Root
-// ignores mode bits, so as root the folder is bind-mounted read-only over itself; anyone else
-// loses the write bit. Mounting needs CAP_SYS_ADMIN: without it, made() is false.
-class Mount {
- public:
-  explicit Mount(std::string folder, const char* tmpfsOptions = nullptr) : folder_(std::move(folder)) {
-    const char* at = folder_.c_str();
-    if (tmpfsOptions != nullptr) {
-      made_ = mounted_ = ::mount("tmpfs", at, "tmpfs", 0, tmpfsOptions) == 0;
-    } else if (::geteuid() != 0) {
-      made_ = ::chmod(at, 0555) == 0;
-    } else if ((mounted_ = ::mount(at, at, nullptr, MS_BIND, nullptr) == 0)) {
-      made_ = ::mount(nullptr, at, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
-    }
-    why_ = made_ ? "" : std::string("mounting needs CAP_SYS_ADMIN (") + std::strerror(errno) + "): skipped";
-  }
-  ~Mount() {
-    if (mounted_) ::umount2(folder_.c_str(), MNT_DETACH);
-  }
-  Mount(const Mount&) = delete;
-  Mount& operator=(const Mount&) = delete;
-
-  [[nodiscard]] bool made() const { return made_; }
-  [[nodiscard]] const std::string& why() const { return why_; }
-
- private:
-  std::string folder_;
-  bool mounted_ = false;
-  bool made_ = false;
-  std::string why_;
-};
 
 // Fills the file system at `folder` up, then gives back about `freeBytes`; with -1, takes every
 // inode instead, so that creating a file fails.
@@ -322,91 +307,6 @@ TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
   }
   StoredFile(posixSystemCalls(), path).OpenCreatingWith("");
   EXPECT_EQ(folderEntries(folder.path()), Names{kScores}) << "the next start leaves no temporary file";
-}
-
-// Opens each named pipe of `paths` for writing, again and again, once the test has run a few
-// seconds, so that a reader blocked in its open goes on and the test fails instead of hanging.
-class UnblockPipesLater {
- public:
-  explicit UnblockPipesLater(std::vector<std::string> paths)
-      : watchdog_([this, paths = std::move(paths)] {
-          std::unique_lock lock(mutex_);
-          auto wait = std::chrono::milliseconds(5000);
-          while (!ended_.wait_for(lock, wait, [this] { return done_; })) {
-            blocked_ = true;
-            for (const auto& path : paths) ::close(::open(path.c_str(), O_WRONLY | O_NONBLOCK));
-            wait = std::chrono::milliseconds(50);
-          }
-        }) {}
-  // Whether the pipes had to be opened.
-  bool end() {
-    {
-      const std::lock_guard lock(mutex_);
-      done_ = true;
-    }
-    ended_.notify_one();
-    watchdog_.join();
-    return blocked_;
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable ended_;
-  bool done_ = false;
-  std::atomic<bool> blocked_ = false;
-  std::thread watchdog_;
-};
-
-// In a folder that takes no file, or where something that is no regular file stands in each
-// file's place, a whole game plays: start-up reads what it can without waiting, the qualifying
-// score enters the table in memory and stays there, while what is on disk keeps every byte,
-// and no file is left behind, also at the quit; a failed save is never shown.
-TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
-  Rows onDisk;
-  for (const char* score : {"9", "8", "7", "6", "5", "4", "3", "2", "1", "0"}) onDisk.push_back({"P", "Easy", score});
-  enum class Kind { ReadOnlyWithFiles, FoldersInPlaceOfFiles, NamedPipes, LinksToDevZero };
-  // before: the table at start.
-  const struct { const char* what; Kind kind; Rows before; std::ptrdiff_t newRow; } cases[] = {
-      {"a folder where each file should be", Kind::FoldersInPlaceOfFiles, defaultRows(), 0},
-      {"a named pipe where each file should be", Kind::NamedPipes, defaultRows(), 0},
-      {"a link to /dev/zero where each file should be", Kind::LinksToDevZero, defaultRows(), 0},
-      {"read-only with both files (last: it may skip)", Kind::ReadOnlyWithFiles, onDisk, 9}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    TemporaryFolder folder;
-    const std::pair<std::string, std::string> files[] = {{kSettings, "False\nEasy\n"}, {kScores, tableText(onDisk)}};
-    for (const auto& [name, bytes] : files) {
-      if (c.kind == Kind::ReadOnlyWithFiles) writeBytes(folder / name, bytes);
-      if (c.kind == Kind::FoldersInPlaceOfFiles) std::filesystem::create_directory(folder / name);
-      if (c.kind == Kind::NamedPipes) {
-        ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
-      }
-      if (c.kind == Kind::LinksToDevZero) std::filesystem::create_symlink("/dev/zero", folder / name);
-    }
-    const Names entries = folderEntries(folder.path());
-    const std::string settings = fileBytes(folder / kSettings), scores = fileBytes(folder / kScores);
-    std::optional<Mount> readOnly;
-    if (c.kind == Kind::ReadOnlyWithFiles) {
-      readOnly.emplace(folder.path());
-      if (!readOnly->made()) GTEST_SKIP() << readOnly->why();
-      const int probe = ::open((folder / "probe").c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
-      ASSERT_LT(probe, 0) << "the folder still takes files";
-    }
-
-    UnblockPipesLater watchdog({folder / kSettings, folder / kScores});
-    Game game(folder.path());
-    EXPECT_FALSE(watchdog.end()) << "start-up waited on a pipe";
-    EXPECT_EQ(game.rows(), c.before);
-    game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + "advance 90000\npress Enter\n");
-    EXPECT_EQ(game.rows(), entered(c.before, c.newRow, {"", "Easy", "1"}));
-    EXPECT_TRUE(game.enabled("Start"));
-    game.run("quit\n");
-    EXPECT_EQ(game.session.app().exitCode(), 0);
-    EXPECT_TRUE(game.session.services().dialogs.shown().empty());
-    EXPECT_EQ(fileBytes(folder / kSettings), settings);
-    EXPECT_EQ(fileBytes(folder / kScores), scores);
-    EXPECT_EQ(folderEntries(folder.path()), entries);
-  }
 }
 
 }  // namespace

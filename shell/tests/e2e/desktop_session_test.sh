@@ -40,7 +40,7 @@ choose_hard() {
 # Starts the game on $folder with files as they are; sets game_pid and window, or fails after
 # $1 seconds.
 start_within() {
-  "$build/shell/corvalta" >"$work/game.log" 2>&1 &
+  "$build/app/corvalta" >"$work/game.log" 2>&1 &
   game_pid=$!
   pids+=("$game_pid")
   window=$(timeout "$1" xdotool search --sync --onlyvisible --pid "$game_pid" --name '^Corvalta$' | head -n1) ||
@@ -65,7 +65,7 @@ xmessage -geometry +0+0 "covering the game" 2>/dev/null &
 pids+=($!)
 within 10 eval '! game_on_top' || fail "the cover did not come over the game"
 before=$(stamp)
-timeout 10 "$build/shell/corvalta" >"$work/second.log" 2>&1 || fail "the second start ended with $?: $(cat "$work/second.log")"
+timeout 10 "$build/app/corvalta" >"$work/second.log" 2>&1 || fail "the second start ended with $?: $(cat "$work/second.log")"
 within 5 game_on_top || fail "the second start did not bring the running game to the front"
 [[ $(stamp) == "$before" ]] || fail "the second start touched the files"
 kill -0 "$game_pid" || fail "the first game ended"

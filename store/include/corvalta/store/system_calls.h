@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace corvalta::store {
 
@@ -28,6 +29,8 @@ class SystemCalls {
   // Of the path itself, not of what a symbolic link there points to.
   virtual int lstat(const std::string& path, struct stat& status) = 0;
   virtual ssize_t readlink(const std::string& path, char* buffer, std::size_t size) = 0;
+  // opendir and readdir: the names in the folder, without "." and "..".
+  virtual int listFolder(const std::string& path, std::vector<std::string>& names) = 0;
 };
 
 // The operating system's own calls.
