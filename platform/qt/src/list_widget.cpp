@@ -48,6 +48,7 @@ ListWidget::ListWidget(QWidget* parent) : QTableWidget(parent) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setSelectionMode(QAbstractItemView::SingleSelection);
+  setTabKeyNavigation(false);
   setWordWrap(false);
   verticalHeader()->hide();
   horizontalHeader()->hide();
@@ -75,6 +76,7 @@ void ListWidget::showProperty(std::string_view name, const PropertyValue& value)
     // With a heading, the first line of the initial value holds the column titles.
     const auto lines = QString::fromStdString(std::get<std::string>(value)).split('\r');
     setHorizontalHeaderLabels(lines.front().split('\t'));
+    layOutRows();
   } else if (name == "GridLinesHorizontal" || name == "GridLinesVertical") {
     setShowGrid(showGrid() || std::get<std::int32_t>(value) != 0);
   } else if (name == "ScrollBarHorizontal") {
@@ -125,11 +127,25 @@ void ListWidget::changeEvent(QEvent* event) {
   }
 }
 
+// A row left behind highlighted would read as a choice that the table does not have.
+void ListWidget::focusOutEvent(QFocusEvent* event) {
+  QTableWidget::focusOutEvent(event);
+  clearSelection();
+  setCurrentIndex({});
+}
+
 void ListWidget::layOutRows() {
-  const int textHeight = fontMetrics().height();
+  // The text, a pixel of air and the grid line.
+  const int gridLine = showGrid() ? 1 : 0;
   verticalHeader()->setMinimumSectionSize(1);
-  verticalHeader()->setDefaultSectionSize(rowHeight_ > 0 ? rowHeight_ : textHeight);
-  horizontalHeader()->setFixedHeight(textHeight + 1);
+  verticalHeader()->setDefaultSectionSize(rowHeight_ > 0 ? rowHeight_ : fontMetrics().height() + 1 + gridLine);
+  horizontalHeader()->setFixedHeight(horizontalHeader()->sizeHint().height());
+}
+
+int ListWidget::heightForRows() const {
+  const int rows = verticalHeader()->defaultSectionSize() * rowCount();
+  const int heading = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->height();
+  return std::max(height(), rows + heading + 2 * frameWidth());
 }
 
 void ListWidget::layOutColumns() {
