@@ -40,6 +40,7 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   QApplication::setApplicationVersion(QString::fromUtf8(platform::app_info::ShortVersion()));
   QApplication::setDesktopFileName(QStringLiteral("example.dunmere.corvalta"));
   platform::qt::useDesktopLook();
+  platform::qt::useApplicationIcon(QStringLiteral("example.dunmere.corvalta"));
   // Only the main window's Close ends the program.
   QApplication::setQuitOnLastWindowClosed(false);
 
@@ -53,6 +54,7 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   platform::qt::QtView view(app);
   view.setMenuBarWindow("Window1");
   app.setObserver(&view);
+  dialogs.setOwner([&view] { return view.topLevel("Window1"); });
 
   app.setMenuBar(makeMenuBar1());
   addMenuHandlers(app);
