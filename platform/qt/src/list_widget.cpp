@@ -139,7 +139,10 @@ void ListWidget::layOutRows() {
   const int gridLine = showGrid() ? 1 : 0;
   verticalHeader()->setMinimumSectionSize(1);
   verticalHeader()->setDefaultSectionSize(rowHeight_ > 0 ? rowHeight_ : fontMetrics().height() + 1 + gridLine);
-  horizontalHeader()->setFixedHeight(horizontalHeader()->sizeHint().height());
+  // Until it has titles a heading has no height of its own to ask for.
+  if (const int heading = horizontalHeader()->sizeHint().height(); heading > 0) {
+    horizontalHeader()->setFixedHeight(heading);
+  }
 }
 
 int ListWidget::heightForRows() const {
