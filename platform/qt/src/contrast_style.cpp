@@ -2,6 +2,7 @@
 
 #include "record_colors.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -65,6 +66,13 @@ void ContrastStyle::polish(QPalette& palette) {
     palette.setColor(group, QPalette::Highlight, highlight);
     palette.setColor(group, QPalette::HighlightedText, strongerOf(Qt::white, Qt::black, highlight));
   }
+}
+
+int ContrastStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+  if (metric == PM_FocusFrameHMargin && qobject_cast<const QAbstractItemView*>(widget) != nullptr) {
+    return 0;
+  }
+  return QProxyStyle::pixelMetric(metric, option, widget);
 }
 
 void ContrastStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
