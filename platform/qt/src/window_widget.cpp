@@ -172,6 +172,7 @@ void WindowWidget::userFocused(QWidget* now) {
   if (window_ == nullptr || now == nullptr || now->window() != this) {
     return;
   }
+  keepRadioButtonsTabStops(now);
   auto* control = dynamic_cast<Control*>(childOf(now));
   if (control != nullptr && window_->focus() != control) {
     control->SetFocus();

@@ -3,7 +3,7 @@
 # window, with the game's class and icon, no maximise button, no resizing and a minimise button
 # exactly where its record has one: the Clear Scores box (which has no title) and the message
 # of a failed update check open centred over the main window, Help, About and Self Test beside
-# it. Outside a game, Tab from the chosen level reaches Clear Scores and then Start.
+# it. Outside a game, Tab from the first level reaches Clear Scores and then Start.
 #   usage: window_manager_test.sh <build dir>
 set -euo pipefail
 source "$(dirname "$0")/x_session.sh" "$1"
@@ -41,9 +41,8 @@ start_xvfb 1600x1000
 start_window_manager
 start_game
 
-# The focus starts on the chosen level; the level buttons are one stop, as the desktop's radio
-# buttons are (the arrow keys choose among them), the score list the next.
-xdotool key --delay 50 Tab Tab space
+# The focus starts on the first level; Tab goes on by Medium, Hard and the score list.
+xdotool key --delay 50 Tab Tab Tab Tab space
 box=$(await_window " ")
 check_wm_view "the Clear Scores box" "$box" "$window" no
 centred_over_main "the Clear Scores box" "$box"
