@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Contract: the main window, in a light and a dark desktop style and at twice the scale, shows
 each caption, and once Return has started a game each number of the problem, in strong contrast
-to what lies behind it, and the chosen level's dot at 3:1 against its ring; at scale 2 it takes exactly twice the room with its text drawn anew
-rather than enlarged. Both looks are saved as PNG in the given folder."""
+to what lies behind it, and the chosen level's dot at 3:1 against its ring; at scale 2 it takes
+exactly twice the room with its text drawn anew rather than enlarged. Both looks are saved as PNG in the given folder."""
 import collections
 import pathlib
 import sys

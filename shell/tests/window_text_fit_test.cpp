@@ -30,9 +30,11 @@ QRect inkOf(const QFontMetrics& metrics, const QRect& box, Qt::Alignment alignme
 }
 
 std::string fault(const QWidget* widget, const QString& text, const QRect& needed, const QRect& box) {
+  const auto shown = [](const QRect& r) {
+    return QString("%1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+  };
   return (widget->window()->objectName() + '.' + widget->objectName() + " '" + text + "' needs " +
-          QString("%1,%2 %3x%4").arg(needed.x()).arg(needed.y()).arg(needed.width()).arg(needed.height()) +
-          " in " + QString("%1,%2 %3x%4").arg(box.x()).arg(box.y()).arg(box.width()).arg(box.height()))
+          shown(needed) + " in " + shown(box))
       .toStdString();
 }
 
@@ -48,7 +50,8 @@ void check(std::vector<std::string>& faults, const QWidget* widget, const QStrin
 void checkLabel(std::vector<std::string>& faults, const QLabel* label) {
   const QRect box = label->contentsRect();
   if (label->wordWrap() || label->text().contains('\n')) {
-    const QRect needed = label->fontMetrics().boundingRect(box, int(label->alignment()) | Qt::TextWordWrap, label->text());
+    const int flags = int(label->alignment()) | Qt::TextWordWrap;
+    const QRect needed = label->fontMetrics().boundingRect(box, flags, label->text());
     if (!box.contains(needed)) faults.push_back(fault(label, label->text(), needed, box));
   } else {
     check(faults, label, label->text(), box, label->alignment());
@@ -56,12 +59,15 @@ void checkLabel(std::vector<std::string>& faults, const QLabel* label) {
 }
 
 void checkList(std::vector<std::string>& faults, const QTableWidget* list) {
-  const QFontMetrics metrics = list->fontMetrics();
   const int margin = list->style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, list) + 1;
+  const QHeaderView* header = list->horizontalHeader();
   for (int column = 0; column < list->columnCount(); ++column) {
     const int width = list->columnWidth(column);
-    QRect heading(0, 0, width, list->horizontalHeader()->height());
-    check(faults, list, list->horizontalHeaderItem(column)->text(), heading.adjusted(margin, 1, -margin, -1));
+    QStyleOptionHeader heading;
+    heading.initFrom(header);
+    heading.rect = QRect(0, 0, width, header->height());
+    check(faults, header, list->horizontalHeaderItem(column)->text(),
+          header->style()->subElementRect(QStyle::SE_HeaderLabel, &heading, header));
     for (int row = 0; row < list->rowCount(); ++row) {
       // The grid line takes the cell's last pixel.
       check(faults, list, list->item(row, column)->text(),

@@ -79,6 +79,7 @@ void ListWidget::showProperty(std::string_view name, const PropertyValue& value)
     layOutRows();
   } else if (name == "GridLinesHorizontal" || name == "GridLinesVertical") {
     setShowGrid(showGrid() || std::get<std::int32_t>(value) != 0);
+    layOutRows();
   } else if (name == "ScrollBarHorizontal") {
     setHorizontalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
                                                        : Qt::ScrollBarAlwaysOff);

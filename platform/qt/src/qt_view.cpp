@@ -54,8 +54,15 @@ void QtView::windowShown(Window& window, bool modal) {
   if (widget == nullptr) {
     return;
   }
+  // A window whose record says Visible shows as it opens, and ShowModal then asks for it again,
+  // modal: Qt takes a change of modality only while the window is hidden, and a modal window
+  // has its place over the main window, not beside it.
+  const auto modality = modal ? Qt::ApplicationModal : Qt::NonModal;
+  if (widget->isVisible() && widget->windowModality() != modality) {
+    widget->hide();
+  }
   if (!widget->isVisible()) {
-    widget->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    widget->setWindowModality(modality);
     if (window.className() != menuBarWindow_) {
       modal ? placeOverMainWindow(widget) : placeBesideMainWindow(widget);
     }

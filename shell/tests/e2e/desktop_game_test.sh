@@ -4,10 +4,10 @@
 # goes from field to field, Return submits, a right answer scores and a wrong one does not; Tab
 # and Shift+Tab go round the window's controls and back to the first answer field without
 # walking the score list's cells; when time is up the name entry, tied to the main window,
-# takes a name typed at once, ignores Return, and puts the name in the table. Ctrl+Q during the
-# next game saves both files and ends the program with status 0, that game unrecorded. The
-# main window and the name entry carry the game's class, the desktop entry's, and its icon.
-# It leaves a picture of the main window.
+# opens centred over it, takes a name typed at once, ignores Return, and puts the name in the
+# table. Ctrl+Q during the next game saves both files and ends the program with status 0, that
+# game unrecorded. The main window and the name entry carry the game's class, the desktop
+# entry's, and its icon. It leaves a picture of the main window.
 #   usage: desktop_game_test.sh <build dir> <picture.png>
 set -euo pipefail
 source "$(dirname "$0")/x_session.sh" "$1"
@@ -70,6 +70,7 @@ sleep $((88 - (SECONDS - started)))
 congratulations=$(timeout 60 xdotool search --sync --onlyvisible --name '^Congratulations!$' | head -n1) ||
   fail "the name entry did not come: $(cat "$work/game.log")"
 check_wm_view "the name entry" "$congratulations" "$window" no
+centred_over_main "the name entry" "$congratulations"
 xdotool type --delay 20 Keys
 xdotool key Return
 sleep 0.5

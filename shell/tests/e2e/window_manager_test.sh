@@ -1,31 +1,14 @@
 #!/usr/bin/env bash
 # Contract: under a window manager, every window but the main one is transient for the main
 # window, with the game's class and icon, no maximise button, no resizing and a minimise button
-# exactly where its record has one: the Clear Scores box (which has no title) and the message
-# of a failed update check open centred over the main window, Help, About and Self Test beside
-# it. Outside a game, Tab from the first level reaches Clear Scores and then Start.
+# exactly where its record has one: the Clear Scores box (which has no title), the modal update
+# window and the message of its failed check open centred over the main window, Help, About
+# and Self Test beside it. Outside a game, Tab from the first level reaches Clear Scores, then
+# Start.
 #   usage: window_manager_test.sh <build dir>
 set -euo pipefail
 source "$(dirname "$0")/x_session.sh" "$1"
 
-# The window's place on the screen: x y width height.
-place_of() {
-  xwininfo -id "$1" | awk '/Absolute upper-left X/ { x = $4 } /Absolute upper-left Y/ { y = $4 }
-    /Width:/ { w = $2 } /Height:/ { h = $2 } END { print x, y, w, h }'
-}
-centred_over_main() {
-  local x y w h mx my mw mh
-  read -r x y w h < <(place_of "$2")
-  read -r mx my mw mh < <(place_of "$window")
-  local dx=$(((x + w / 2) - (mx + mw / 2))) dy=$(((y + h / 2) - (my + mh / 2)))
-  (( dx * dx <= 900 && dy * dy <= 900 )) || fail "$1 is not centred over the main window: $x,$y ${w}x$h"
-}
-beside_main() {
-  local x y w h mx my mw mh
-  read -r x y w h < <(place_of "$2")
-  read -r mx my mw mh < <(place_of "$window")
-  (( x >= mx + mw || x + w <= mx )) || fail "$1 covers the main window: $x,$y ${w}x$h"
-}
 # The window of that title that is not the main window.
 other_window() {
   local id
@@ -81,6 +64,7 @@ xdotool key Return
 message=$(await_window " ")
 update=$(await_window "Update")
 check_wm_view "the update window" "$update" "$window" yes
+centred_over_main "the update window" "$update"
 check_wm_view "the update's message" "$message" "$window" no
 centred_over_main "the update's message" "$message"
 xdotool windowfocus --sync "$message"

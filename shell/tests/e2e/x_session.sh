@@ -6,10 +6,12 @@ grab=$build/shell/corvalta_grab_window
 work=$(mktemp -d)
 pids=()
 
+# Newest first, so that no client outlives its X server; what a stopped process's status says
+# is no verdict on the test.
 stop_all() {
-  local pid
-  for pid in "${pids[@]}"; do
-    kill "$pid" 2>/dev/null && wait "$pid" 2>/dev/null
+  local index
+  for ((index = ${#pids[@]} - 1; index >= 0; index--)); do
+    kill "${pids[index]}" 2>/dev/null && wait "${pids[index]}" 2>/dev/null || true
   done
   rm -rf "$work"
 }
@@ -76,6 +78,25 @@ check_wm_view() {
   [[ $minimisable == "$minimise" ]] || fail "$name has minimise '$minimisable', not '$minimise'"
 }
 
+# The window's place on the screen: x y width height.
+place_of() {
+  xwininfo -id "$1" | awk '/Absolute upper-left X/ { x = $4 } /Absolute upper-left Y/ { y = $4 }
+    /Width:/ { w = $2 } /Height:/ { h = $2 } END { print x, y, w, h }'
+}
+# Whether window $2, called $1, lies centred over the main window, or beside it.
+centred_over_main() {
+  local x y w h mx my mw mh
+  read -r x y w h < <(place_of "$2")
+  read -r mx my mw mh < <(place_of "$window")
+  local dx=$(((x + w / 2) - (mx + mw / 2))) dy=$(((y + h / 2) - (my + mh / 2)))
+  (( dx * dx <= 900 && dy * dy <= 900 )) || fail "$1 is not centred over the main window: $x,$y ${w}x$h"
+}
+beside_main() {
+  local x y w h mx my mw mh
+  read -r x y w h < <(place_of "$2")
+  read -r mx my mw mh < <(place_of "$window")
+  (( x >= mx + mw || x + w <= mx )) || fail "$1 covers the main window: $x,$y ${w}x$h"
+}
 # Starts the game with a fresh configuration folder; sets game_pid and window.
 start_game() {
   export XDG_CONFIG_HOME=$work/config
