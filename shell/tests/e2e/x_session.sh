@@ -101,7 +101,7 @@ beside_main() {
 start_game() {
   export XDG_CONFIG_HOME=$work/config
   mkdir -p "$XDG_CONFIG_HOME"
-  "$build/shell/corvalta" >"$work/game.log" 2>&1 &
+  "$build/app/corvalta" >"$work/game.log" 2>&1 &
   game_pid=$!
   pids+=("$game_pid")
   window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Corvalta$' | head -n1) ||
