@@ -180,6 +180,7 @@ void HTTPSocket::reservePage() {
   try {
     pageBuffer_.reserve(std::min(static_cast<std::size_t>(totalLength_), kMaxPageReserveBytes));
   } catch (const std::bad_alloc&) {
+    // Then it grows as it comes, for as long as the memory lasts.
   }
 }
 
@@ -189,7 +190,11 @@ void HTTPSocket::reservePage() {
 void HTTPSocket::readBody() {
   if (downloadStream_ == nullptr && httpAction_ != kHead) {
     const std::size_t held = pageBuffer_.size();
-    pageBuffer_.resize_and_overwrite(held + socket_->BytesAvailable(),
+    // What the socket holds, or more if the page has the room anyway: the socket may have
+    // received more since it counted.
+    const std::size_t room =
+        std::max(socket_->BytesAvailable(), std::min(kPieceBytes, pageBuffer_.capacity() - held));
+    pageBuffer_.resize_and_overwrite(held + room,
                                      [this, held](char* bytes, std::size_t size) {
                                        return held + socket_->Read({bytes + held, size - held});
                                      });

@@ -6,6 +6,8 @@
 
 #include <limits>
 
+#include <sys/socket.h>
+
 namespace corvalta::platform::qt {
 namespace {
 
@@ -84,8 +86,17 @@ std::size_t QtTcpSocket::Read(std::span<char> into) {
   if (socket_ == nullptr || into.empty()) {
     return 0;
   }
-  const qint64 got = socket_->read(into.data(), static_cast<qint64>(into.size()));
-  return got > 0 ? static_cast<std::size_t>(got) : 0;
+  const qint64 buffered = socket_->read(into.data(), static_cast<qint64>(into.size()));
+  const std::size_t got = buffered > 0 ? static_cast<std::size_t>(buffered) : 0;
+  if (got == into.size() || socket_->state() != QAbstractSocket::ConnectedState) {
+    return got;
+  }
+  // Qt takes the kernel's bytes into its buffer 16 KiB at a time: what else has arrived goes
+  // straight into the caller's memory, a copy and a turn of the loop fewer per 16 KiB. The end
+  // of the stream and errors are left for Qt to find on its next read.
+  const ssize_t direct = ::recv(static_cast<int>(socket_->socketDescriptor()), into.data() + got,
+                                into.size() - got, MSG_DONTWAIT);
+  return direct > 0 ? got + static_cast<std::size_t>(direct) : got;
 }
 
 bool QtTcpSocket::IsConnected() const {

@@ -54,8 +54,9 @@ class TCPSocket {
 
   [[nodiscard]] virtual std::size_t BytesAvailable() const = 0;
   // Moves up to into.size() of the bytes received and not yet read into the caller's buffer and
-  // returns how many: the caller owns the memory, so a long download reuses one buffer (or
-  // writes straight into its page) instead of allocating for every piece.
+  // returns how many: those that BytesAvailable counted, and any that have arrived since. The
+  // caller owns the memory, so a long download reuses one buffer (or reads straight into its
+  // page) instead of allocating for every piece.
   virtual std::size_t Read(std::span<char> into) = 0;
 
   [[nodiscard]] virtual bool IsConnected() const = 0;
