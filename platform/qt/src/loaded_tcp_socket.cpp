@@ -40,10 +40,8 @@ class UnavailableTcpSocket final : public TCPSocket {
   void Purge() override {}
   void Poll() override {}
   void Write(const std::string& /*bytes*/) override {}
-  [[nodiscard]] std::string Lookahead() const override { return {}; }
   [[nodiscard]] std::size_t BytesAvailable() const override { return 0; }
-  std::string Read(std::size_t /*count*/) override { return {}; }
-  std::string ReadAll() override { return {}; }
+  std::size_t Read(std::span<char> /*into*/) override { return 0; }
   [[nodiscard]] bool IsConnected() const override { return false; }
   [[nodiscard]] std::int32_t LastErrorCode() const override { return lastError_; }
 

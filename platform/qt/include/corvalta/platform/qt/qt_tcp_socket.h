@@ -27,10 +27,8 @@ class QtTcpSocket final : public TCPSocket {
   void Purge() override;
   void Poll() override;
   void Write(const std::string& bytes) override;
-  [[nodiscard]] std::string Lookahead() const override;
   [[nodiscard]] std::size_t BytesAvailable() const override;
-  std::string Read(std::size_t count) override;
-  std::string ReadAll() override;
+  std::size_t Read(std::span<char> into) override;
   [[nodiscard]] bool IsConnected() const override;
   [[nodiscard]] std::int32_t LastErrorCode() const override;
 
