@@ -1,5 +1,6 @@
 #include <corvalta/platform/qt/loaded_tcp_socket.h>
 
+#include <corvalta/platform/liveness.h>
 #include <corvalta/platform/network_error.h>
 
 #include <QCoreApplication>
@@ -22,10 +23,11 @@ class UnavailableTcpSocket final : public TCPSocket {
   [[nodiscard]] std::int32_t Port() const override { return port_; }
   void setPort(std::int32_t port) override { port_ = port; }
   void Connect() override {
+    liveness_.nextAttempt();
     QMetaObject::invokeMethod(
         QCoreApplication::instance(),
-        [this, alive = std::weak_ptr<char>(alive_), attempt = ++attempt_] {
-          if (alive.expired() || attempt != attempt_) {
+        [this, token = liveness_.token()] {
+          if (!token.holds()) {
             return;
           }
           lastError_ = code(NetworkError::OtherSocketError);
@@ -36,7 +38,7 @@ class UnavailableTcpSocket final : public TCPSocket {
         },
         Qt::QueuedConnection);
   }
-  void Close() override { ++attempt_; }
+  void Close() override { liveness_.nextAttempt(); }
   void Purge() override {}
   void Poll() override {}
   void Write(const std::string& /*bytes*/) override {}
@@ -52,8 +54,7 @@ class UnavailableTcpSocket final : public TCPSocket {
   std::string address_;
   std::int32_t port_ = 0;
   std::int32_t lastError_ = 0;
-  std::uint64_t attempt_ = 0;
-  std::shared_ptr<char> alive_ = std::make_shared<char>();
+  Liveness liveness_;
 };
 
 NewSocket loadModule() {
