@@ -3,10 +3,10 @@
 // driver process, measured by the kernel's account of the child. It prints; it judges nothing.
 #include <corvalta/testing/scripted_server.h>
 
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -28,14 +28,17 @@ struct Run {
   double wallSeconds;
 };
 
-double milliseconds(const timeval& t) { return double(t.tv_sec) * 1000.0 + double(t.tv_usec) / 1000.0; }
+double milliseconds(const timeval& t) {
+  return double(t.tv_sec) * 1000.0 + double(t.tv_usec) / 1000.0;
+}
 
 // One driver, fed the update check's script, against a server that reads the request, says
 // nothing for `silence` and then closes the connection.
 Run checkAgainst(std::chrono::milliseconds silence) {
   ScriptedServer server({{ScriptedServer::readRequest(), ScriptedServer::pause(silence)}});
-  const std::string script = "update-server " + server.url("/Updates/corvalta.xml") +
-                             "\nmenu CheckForUpdateCheckNow\npress selfTest.PushButton1\nawait-check\n";
+  const std::string script =
+      "update-server " + server.url("/Updates/corvalta.xml") +
+      "\nmenu CheckForUpdateCheckNow\npress selfTest.PushButton1\nawait-check\n";
   int input[2];
   if (pipe(input) != 0) std::exit(1);
   posix_spawn_file_actions_t actions;
@@ -52,7 +55,8 @@ Run checkAgainst(std::chrono::milliseconds silence) {
   }
   posix_spawn_file_actions_destroy(&actions);
   close(input[0]);
-  if (write(input[1], script.data(), script.size()) != static_cast<ssize_t>(script.size())) std::exit(1);
+  if (write(input[1], script.data(), script.size()) != static_cast<ssize_t>(script.size()))
+    std::exit(1);
   close(input[1]);
   int status = 0;
   rusage usage{};
@@ -66,7 +70,8 @@ Run checkAgainst(std::chrono::milliseconds silence) {
 }
 
 double medianCpu(std::vector<Run> runs) {
-  std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) { return a.cpuMilliseconds < b.cpuMilliseconds; });
+  std::sort(runs.begin(), runs.end(),
+            [](const Run& a, const Run& b) { return a.cpuMilliseconds < b.cpuMilliseconds; });
   return runs[runs.size() / 2].cpuMilliseconds;
 }
 
@@ -83,8 +88,10 @@ int main() {
   }
   const double waiting = medianCpu(silent);
   const double prompt = medianCpu(closing);
-  std::printf("driver CPU (median of %d): server silent for 5 s %.1f ms (wall %.1f s), server closing at once "
-              "%.1f ms; the wait itself %.1f ms (goal < 50 ms)\n",
-              kRuns, waiting, silent.back().wallSeconds, prompt, waiting - prompt);
+  std::printf(
+      "driver CPU (median of %d): server silent for 5 s %.1f ms (wall %.1f s), server closing at "
+      "once "
+      "%.1f ms; the wait itself %.1f ms (goal < 50 ms)\n",
+      kRuns, waiting, silent.back().wallSeconds, prompt, waiting - prompt);
   return 0;
 }
