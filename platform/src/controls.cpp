@@ -43,7 +43,7 @@ std::vector<std::string> admittedCharacters(std::string_view mask, std::int32_t 
 }  // namespace
 
 Control* Control::parent() const {
-  const std::string parentName = textProperty("InitialParent");
+  const std::string parentName = textProperty(property::InitialParent);
   if (parentName.empty() || window() == nullptr) return nullptr;
   return dynamic_cast<Control*>(window()->controlByName(parentName));
 }
@@ -64,7 +64,7 @@ void Control::Refresh(bool /*immediately*/) {
 
 void EditField::setText(std::string text) {
   if (text == Text()) return;
-  setProperty("Text", std::move(text));
+  setProperty(property::Text, std::move(text));
   raise("TextChange");
 }
 
@@ -91,15 +91,15 @@ void PushButton::userPress() {
 void RadioButton::setValue(bool value) {
   if (value == Value()) return;
   if (value && window() != nullptr) {
-    const std::string group = textProperty("InitialParent");
+    const std::string group = textProperty(property::InitialParent);
     for (PaneChild* child : window()->controls()) {
       auto* sibling = dynamic_cast<RadioButton*>(child);
-      if (sibling != nullptr && sibling != this && sibling->textProperty("InitialParent") == group) {
-        sibling->setProperty("Value", false);
+      if (sibling != nullptr && sibling != this && sibling->textProperty(property::InitialParent) == group) {
+        sibling->setProperty(property::Value, false);
       }
     }
   }
-  setProperty("Value", value);
+  setProperty(property::Value, value);
   if (value) raise("Action");
 }
 
@@ -177,15 +177,15 @@ void Listbox::rowsChanged() {
 }
 
 std::unique_ptr<PaneChild> makePaneChild(std::string_view className) {
-  if (className == "StaticText") return std::make_unique<StaticText>();
-  if (className == "EditField") return std::make_unique<EditField>();
-  if (className == "PushButton") return std::make_unique<PushButton>();
-  if (className == "RadioButton") return std::make_unique<RadioButton>();
-  if (className == "GroupBox") return std::make_unique<GroupBox>();
-  if (className == "Separator") return std::make_unique<Separator>();
-  if (className == "ProgressBar") return std::make_unique<ProgressBar>();
-  if (className == "Listbox") return std::make_unique<Listbox>();
-  if (className == "Timer") return std::make_unique<Timer>();
+  if (className == record_class::StaticText) return std::make_unique<StaticText>();
+  if (className == record_class::EditField) return std::make_unique<EditField>();
+  if (className == record_class::PushButton) return std::make_unique<PushButton>();
+  if (className == record_class::RadioButton) return std::make_unique<RadioButton>();
+  if (className == record_class::GroupBox) return std::make_unique<GroupBox>();
+  if (className == record_class::Separator) return std::make_unique<Separator>();
+  if (className == record_class::ProgressBar) return std::make_unique<ProgressBar>();
+  if (className == record_class::Listbox) return std::make_unique<Listbox>();
+  if (className == record_class::Timer) return std::make_unique<Timer>();
   return nullptr;
 }
 
