@@ -1,6 +1,7 @@
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/errors.h>
+#include <corvalta/platform/record.h>
 #include <corvalta/platform/text.h>
 #include <corvalta/platform/timer.h>
 #include <corvalta/platform/window.h>
@@ -177,16 +178,20 @@ void Listbox::rowsChanged() {
 }
 
 std::unique_ptr<PaneChild> makePaneChild(std::string_view className) {
-  if (className == record_class::StaticText) return std::make_unique<StaticText>();
-  if (className == record_class::EditField) return std::make_unique<EditField>();
-  if (className == record_class::PushButton) return std::make_unique<PushButton>();
-  if (className == record_class::RadioButton) return std::make_unique<RadioButton>();
-  if (className == record_class::GroupBox) return std::make_unique<GroupBox>();
-  if (className == record_class::Separator) return std::make_unique<Separator>();
-  if (className == record_class::ProgressBar) return std::make_unique<ProgressBar>();
-  if (className == record_class::Listbox) return std::make_unique<Listbox>();
-  if (className == record_class::Timer) return std::make_unique<Timer>();
-  return nullptr;
+  const auto recordClass = recordClassNamed(className);
+  if (!recordClass) return nullptr;
+  switch (*recordClass) {
+    case RecordClass::StaticText: return std::make_unique<StaticText>();
+    case RecordClass::EditField: return std::make_unique<EditField>();
+    case RecordClass::PushButton: return std::make_unique<PushButton>();
+    case RecordClass::RadioButton: return std::make_unique<RadioButton>();
+    case RecordClass::GroupBox: return std::make_unique<GroupBox>();
+    case RecordClass::Separator: return std::make_unique<Separator>();
+    case RecordClass::ProgressBar: return std::make_unique<ProgressBar>();
+    case RecordClass::Listbox: return std::make_unique<Listbox>();
+    case RecordClass::Timer: return std::make_unique<Timer>();
+    default: return nullptr;
+  }
 }
 
 }  // namespace corvalta::platform

@@ -3,6 +3,7 @@
 #include "list_widget.h"
 #include "record_colors.h"
 
+#include <corvalta/platform/record.h>
 #include <corvalta/platform/record_names.h>
 
 #include <QApplication>
@@ -189,56 +190,55 @@ QButtonGroup* groupNamed(QWidget* content, const std::string& parent) {
   return group;
 }
 
-QWidget* newWidget(std::string_view className, const PropertyList& properties, QWidget* content) {
-  if (className == record_class::StaticText) {
-    auto* label = new QLabel(content);
-    label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    return label;
-  }
-  if (className == record_class::EditField) {
-    const bool multiLine = std::any_of(properties.begin(), properties.end(), [](const Property& p) {
-      return p.name == property::MultiLine && std::get<bool>(p.value);
-    });
-    if (multiLine) {
-      auto* text = new QPlainTextEdit(content);
-      text->setLineWrapMode(QPlainTextEdit::WidgetWidth);
-      text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-      return text;
+QWidget* newWidget(RecordClass recordClass, const PropertyList& properties, QWidget* content) {
+  switch (recordClass) {
+    case RecordClass::StaticText: {
+      auto* label = new QLabel(content);
+      label->setTextFormat(Qt::PlainText);
+      label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+      return label;
     }
-    auto* line = new QLineEdit(content);
-    line->setTextMargins(0, 0, 0, 0);
-    return line;
+    case RecordClass::EditField: {
+      const bool multiLine =
+          std::any_of(properties.begin(), properties.end(), [](const Property& p) {
+            return p.name == property::MultiLine && std::get<bool>(p.value);
+          });
+      if (multiLine) {
+        auto* text = new QPlainTextEdit(content);
+        text->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+        text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        return text;
+      }
+      auto* line = new QLineEdit(content);
+      line->setTextMargins(0, 0, 0, 0);
+      return line;
+    }
+    case RecordClass::PushButton: {
+      auto* button = new QPushButton(content);
+      button->setAutoDefault(false);
+      return button;
+    }
+    case RecordClass::RadioButton: {
+      auto* button = new QRadioButton(content);
+      const auto* parent = findProperty(properties, property::InitialParent);
+      groupNamed(content, parent != nullptr ? std::get<std::string>(*parent) : std::string())
+          ->addButton(button);
+      return button;
+    }
+    case RecordClass::GroupBox: return new QGroupBox(content);
+    case RecordClass::Listbox: return new ListWidget(content);
+    case RecordClass::Separator: {
+      auto* line = new QFrame(content);
+      line->setFrameShadow(QFrame::Sunken);
+      return line;
+    }
+    case RecordClass::ProgressBar: {
+      auto* bar = new QProgressBar(content);
+      bar->setTextVisible(false);
+      return bar;
+    }
+    default: return nullptr;
   }
-  if (className == record_class::PushButton) {
-    auto* button = new QPushButton(content);
-    button->setAutoDefault(false);
-    return button;
-  }
-  if (className == record_class::RadioButton) {
-    auto* button = new QRadioButton(content);
-    const auto* parent = findProperty(properties, property::InitialParent);
-    groupNamed(content, parent != nullptr ? std::get<std::string>(*parent) : std::string())
-        ->addButton(button);
-    return button;
-  }
-  if (className == record_class::GroupBox) {
-    return new QGroupBox(content);
-  }
-  if (className == record_class::Listbox) {
-    return new ListWidget(content);
-  }
-  if (className == record_class::Separator) {
-    auto* line = new QFrame(content);
-    line->setFrameShadow(QFrame::Sunken);
-    return line;
-  }
-  if (className == record_class::ProgressBar) {
-    auto* bar = new QProgressBar(content);
-    bar->setTextVisible(false);
-    return bar;
-  }
-  return nullptr;
 }
 
 }  // namespace
@@ -253,7 +253,8 @@ std::string fromDisplayText(const QString& text) {
 
 QWidget* makeControlWidget(std::string_view className, const PropertyList& properties,
                            QWidget* content) {
-  auto* widget = newWidget(className, properties, content);
+  const auto recordClass = recordClassNamed(className);
+  auto* widget = recordClass ? newWidget(*recordClass, properties, content) : nullptr;
   if (widget == nullptr) {
     return nullptr;
   }
@@ -268,7 +269,7 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
     showControlProperty(widget, className, property.name, property.value);
   }
   showColors(widget, className, properties);
-  if (auto* line = qobject_cast<QFrame*>(widget); line != nullptr && className == record_class::Separator) {
+  if (auto* line = qobject_cast<QFrame*>(widget); line != nullptr && recordClass == RecordClass::Separator) {
     line->setFrameShape(widget->width() < widget->height() ? QFrame::VLine : QFrame::HLine);
   }
   return widget;
@@ -291,20 +292,25 @@ void showControlProperty(QWidget* widget, std::string_view className, std::strin
   if (showPlaceProperty(widget, name, value) || showFontProperty(widget, name, value)) {
     return;
   }
-  if (className == record_class::StaticText) {
-    showStaticText(qobject_cast<QLabel*>(widget), name, value);
-  } else if (className == record_class::EditField) {
-    showEditField(widget, name, value);
-  } else if (className == record_class::PushButton) {
-    showPushButton(qobject_cast<QPushButton*>(widget), name, value);
-  } else if (className == record_class::RadioButton) {
-    showRadioButton(qobject_cast<QRadioButton*>(widget), name, value);
-  } else if (className == record_class::GroupBox && name == property::Caption) {
-    qobject_cast<QGroupBox*>(widget)->setTitle(caption(std::get<std::string>(value)));
-  } else if (className == record_class::Listbox) {
-    static_cast<ListWidget*>(widget)->showProperty(name, value);
-  } else if (className == record_class::ProgressBar) {
-    showProgressBar(qobject_cast<QProgressBar*>(widget), name, value);
+  switch (recordClassNamed(className).value_or(RecordClass::Control)) {
+    case RecordClass::StaticText: showStaticText(qobject_cast<QLabel*>(widget), name, value); break;
+    case RecordClass::EditField: showEditField(widget, name, value); break;
+    case RecordClass::PushButton:
+      showPushButton(qobject_cast<QPushButton*>(widget), name, value);
+      break;
+    case RecordClass::RadioButton:
+      showRadioButton(qobject_cast<QRadioButton*>(widget), name, value);
+      break;
+    case RecordClass::GroupBox:
+      if (name == property::Caption) {
+        qobject_cast<QGroupBox*>(widget)->setTitle(caption(std::get<std::string>(value)));
+      }
+      break;
+    case RecordClass::Listbox: static_cast<ListWidget*>(widget)->showProperty(name, value); break;
+    case RecordClass::ProgressBar:
+      showProgressBar(qobject_cast<QProgressBar*>(widget), name, value);
+      break;
+    default: break;
   }
 }
 
