@@ -89,13 +89,13 @@ bool HTTPSocket::startWaiting(const std::string& url, const std::string& method,
   if (!DoConnect(url, method, file)) {
     return true;
   }
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   WaitForPage();
   return guard.alive();
 }
 
 void HTTPSocket::Close() {
-  ++attempt_;
+  liveness_.nextAttempt();
   requestActive_ = false;
   connectionValid_ = false;
   socket_->Close();
@@ -151,7 +151,7 @@ void HTTPSocket::ParseURL(const std::string& url) {
 // Returns false if it failed before connecting (the error has been reported).
 bool HTTPSocket::DoConnect(const std::string& url, const std::string& method,
                            const std::optional<std::filesystem::path>& file) {
-  ++attempt_;
+  liveness_.nextAttempt();
   socket_->Close();
   socket_->Purge();
   requestActive_ = true;

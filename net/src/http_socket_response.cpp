@@ -35,7 +35,7 @@ void HTTPSocket::EventDataAvailable() {
   if (!requestActive_) {
     return;
   }
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   HandleNewData();
   if (guard.alive()) {
     loop_.wake();
@@ -48,7 +48,7 @@ void HTTPSocket::EventError() {
   if (!requestActive_) {
     return;
   }
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   const bool wasConnected = std::exchange(connectionValid_, false);
   if (wasConnected) {
     connectionEnded_ = true;
@@ -69,7 +69,7 @@ void HTTPSocket::HandleNewData() {
     return;
   }
   threadProtection_ = true;
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   while (guard.alive() && requestActive_ && advance()) {
   }
   if (guard.alive()) {
@@ -128,7 +128,7 @@ void HTTPSocket::takeAsHeaderBlock(std::size_t length, std::size_t skip) {
   ParseHeaders(std::exchange(unreadHead_, {}));
   headerSearch_.reset();
   if (httpStatusCode_ == 401) {
-    const Guard guard(*this);
+    const auto guard = liveness_.token();
     const bool retry = SetAuthentication();
     if (!guard.holds()) {
       return;
@@ -304,7 +304,7 @@ void HTTPSocket::SetError(std::int32_t code) {
 // Sleeps in the event loop until the request ends. The time limit counts silence: it starts
 // again when the connection comes up or goes down and when the page in memory grows.
 void HTTPSocket::WaitForPage() {
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   const auto limit = std::chrono::seconds(timeoutSeconds_);
   auto deadline = loop_.now() + limit;
   bool lastConnection = false;

@@ -3,7 +3,7 @@
 # the validators accept the desktop entry and the AppStream file, and those two agree with each
 # other, with the icon and the version. (The deb test starts the game by the entry's Exec line.)
 set -euo pipefail
-cmake=$1 build=$2 app_id=$3 version=$4 has_program=$5 libdir=$6
+cmake=$1 build=$2 app_id=$3 version=$4 has_program=$5
 
 prefix=$(mktemp -d)
 trap 'rm -rf "$prefix"' EXIT
@@ -20,8 +20,7 @@ for size in "${icon_sizes[@]}"; do
   expected+=("share/icons/hicolor/${size}x${size}/apps/$app_id.png")
 done
 if [[ $has_program == 1 ]]; then
-  expected+=(bin/corvalta share/corvalta/OK3.wav share/corvalta/Microwave.wav share/corvalta/Applause.wav
-             "$libdir/corvalta/libcorvalta_tcp_socket.so")
+  expected+=(bin/corvalta share/corvalta/OK3.wav share/corvalta/Microwave.wav share/corvalta/Applause.wav)
 fi
 
 # The expected files and nothing else.

@@ -4,10 +4,10 @@
 #include <corvalta/platform/app_info.h>
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/qt/desktop_look.h>
-#include <corvalta/platform/qt/loaded_tcp_socket.h>
 #include <corvalta/platform/qt/qt_clock_service.h>
 #include <corvalta/platform/qt/qt_dialogs.h>
 #include <corvalta/platform/qt/qt_event_loop.h>
+#include <corvalta/platform/qt/qt_tcp_socket.h>
 #include <corvalta/platform/qt/qt_view.h>
 #include <corvalta/platform/qt/sdl_sound_system.h>
 #include <corvalta/store/preferences_folder.h>
@@ -54,7 +54,8 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
 
   Program program(app, {store::posixSystemCalls(),
                         store::configurationFolderPath(store::currentUserEnvironment()),
-                        platform::qt::newLoadedTcpSocket, [](const std::string& text) {
+                        [] { return std::make_unique<platform::qt::QtTcpSocket>(); },
+                        [](const std::string& text) {
                           QMessageBox::critical(nullptr, QStringLiteral("Corvalta"),
                                                 QString::fromStdString(text));
                         }});

@@ -1,5 +1,7 @@
 #include "list_widget.h"
 
+#include <corvalta/platform/record_names.h>
+
 #include <QEvent>
 #include <QHeaderView>
 
@@ -59,10 +61,10 @@ ListWidget::ListWidget(QWidget* parent) : QTableWidget(parent) {
 }
 
 void ListWidget::showProperty(std::string_view name, const PropertyValue& value) {
-  if (name == "ColumnCount") {
+  if (name == property::ColumnCount) {
     setColumnCount(std::get<std::int32_t>(value));
     layOutColumns();
-  } else if (name == "ColumnWidths") {
+  } else if (name == property::ColumnWidths) {
     // Spaces, tabs and commas separate the entries. Not a QRegularExpression: compiling one
     // at start-up touches half a megabyte of PCRE2.
     widths_ = QString::fromStdString(std::get<std::string>(value))
@@ -70,23 +72,23 @@ void ListWidget::showProperty(std::string_view name, const PropertyValue& value)
                   .replace(',', ' ')
                   .split(' ', Qt::SkipEmptyParts);
     layOutColumns();
-  } else if (name == "HasHeading") {
+  } else if (name == property::HasHeading) {
     horizontalHeader()->setVisible(std::get<bool>(value));
-  } else if (name == "InitialValue") {
+  } else if (name == property::InitialValue) {
     // With a heading, the first line of the initial value holds the column titles.
     const auto lines = QString::fromStdString(std::get<std::string>(value)).split('\r');
     setHorizontalHeaderLabels(lines.front().split('\t'));
     layOutRows();
-  } else if (name == "GridLinesHorizontal" || name == "GridLinesVertical") {
+  } else if (name == property::GridLinesHorizontal || name == property::GridLinesVertical) {
     setShowGrid(showGrid() || std::get<std::int32_t>(value) != 0);
     layOutRows();
-  } else if (name == "ScrollBarHorizontal") {
+  } else if (name == property::ScrollBarHorizontal) {
     setHorizontalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
                                                        : Qt::ScrollBarAlwaysOff);
-  } else if (name == "ScrollBarVertical") {
+  } else if (name == property::ScrollBarVertical) {
     setVerticalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
                                                      : Qt::ScrollBarAlwaysOff);
-  } else if (name == "DefaultRowHeight") {
+  } else if (name == property::DefaultRowHeight) {
     rowHeight_ = std::get<std::int32_t>(value);
     layOutRows();
   }

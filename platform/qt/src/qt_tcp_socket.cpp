@@ -45,7 +45,7 @@ void QtTcpSocket::setPort(std::int32_t port) { port_ = port; }
 
 void QtTcpSocket::Connect() {
   dropConnection();
-  ++attempt_;
+  liveness_.nextAttempt();
   lastError_ = 0;
   if (port_ < 1 || port_ > std::numeric_limits<quint16>::max()) {
     failSoon(code(NetworkError::InvalidPort));
@@ -60,7 +60,7 @@ void QtTcpSocket::Connect() {
 }
 
 void QtTcpSocket::Close() {
-  ++attempt_;
+  liveness_.nextAttempt();
   dropConnection();
 }
 
@@ -123,8 +123,8 @@ void QtTcpSocket::failSoon(std::int32_t errorCode) {
   // Connect returns before its outcome is known, on every path.
   QMetaObject::invokeMethod(
       QCoreApplication::instance(),
-      [this, alive = std::weak_ptr<char>(alive_), attempt = attempt_, errorCode] {
-        if (alive.expired() || attempt != attempt_) {
+      [this, token = liveness_.token(), errorCode] {
+        if (!token.holds()) {
           return;
         }
         lastError_ = errorCode;
@@ -138,10 +138,10 @@ void QtTcpSocket::failSoon(std::int32_t errorCode) {
 void QtTcpSocket::deliver(const std::function<void()>& call) {
   // The handler may destroy this object, and with it the handler itself: run a copy, and
   // touch nothing of ours afterwards unless we still live.
-  const std::weak_ptr<char> alive = alive_;
+  const auto token = liveness_.token();
   ++handlerDepth_;
   call();
-  if (!alive.expired()) {
+  if (token.alive()) {
     --handlerDepth_;
   }
 }

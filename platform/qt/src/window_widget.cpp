@@ -7,6 +7,7 @@
 #include "spoken_name.h"
 
 #include <corvalta/platform/controls.h>
+#include <corvalta/platform/record_names.h>
 #include <corvalta/platform/user_input.h>
 
 #include <QAbstractButton>
@@ -41,13 +42,14 @@ WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar, 
   content_->installEventFilter(this);
 
   // Only a dialog is told to the window manager as transient for its owner.
-  Qt::WindowFlags flags = owner != nullptr || valueOr<std::int32_t>(window.property("Frame"), 0) == 1
-                              ? Qt::Dialog
-                              : Qt::Window;
+  Qt::WindowFlags flags =
+      owner != nullptr || valueOr<std::int32_t>(window.property(property::Frame), 0) == 1
+          ? Qt::Dialog
+          : Qt::Window;
   flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-  if (valueOr(window.property("CloseButton"), true)) flags |= Qt::WindowCloseButtonHint;
-  if (valueOr(window.property("MinimizeButton"), false)) flags |= Qt::WindowMinimizeButtonHint;
-  if (valueOr(window.property("MaximizeButton"), false)) flags |= Qt::WindowMaximizeButtonHint;
+  if (valueOr(window.property(property::CloseButton), true)) flags |= Qt::WindowCloseButtonHint;
+  if (valueOr(window.property(property::MinimizeButton), false)) flags |= Qt::WindowMinimizeButtonHint;
+  if (valueOr(window.property(property::MaximizeButton), false)) flags |= Qt::WindowMaximizeButtonHint;
   setWindowFlags(flags);
 
   for (const auto& property : window.properties()) {
@@ -78,24 +80,24 @@ void WindowWidget::showWindowProperty(std::string_view name) {
     return;
   }
   const auto* value = window_->property(name);
-  if (name == "Title") {
+  if (name == property::Title) {
     setWindowTitle(toDisplayText(valueOr<std::string>(value, {})));
-  } else if (name == "Width" || name == "Height") {
-    const auto width = valueOr<std::int32_t>(window_->property("Width"), 100);
-    const auto height = valueOr<std::int32_t>(window_->property("Height"), 100);
-    if (valueOr(window_->property("Resizeable"), false)) {
-      content_->setMinimumSize(valueOr<std::int32_t>(window_->property("MinWidth"), 0),
-                               valueOr<std::int32_t>(window_->property("MinHeight"), 0));
+  } else if (name == property::Width || name == property::Height) {
+    const auto width = valueOr<std::int32_t>(window_->property(property::Width), 100);
+    const auto height = valueOr<std::int32_t>(window_->property(property::Height), 100);
+    if (valueOr(window_->property(property::Resizeable), false)) {
+      content_->setMinimumSize(valueOr<std::int32_t>(window_->property(property::MinWidth), 0),
+                               valueOr<std::int32_t>(window_->property(property::MinHeight), 0));
       resize(width, height);
     } else {
       content_->setFixedSize(width, height);
     }
-  } else if (name == "Resizeable") {
+  } else if (name == property::Resizeable) {
     layout()->setSizeConstraint(valueOr(value, false) ? QLayout::SetDefaultConstraint
                                                       : QLayout::SetFixedSize);
-  } else if (name == "HasBackColor" || name == "BackColor") {
-    if (valueOr(window_->property("HasBackColor"), false)) {
-      const auto color = valueOr<Color>(window_->property("BackColor"), {});
+  } else if (name == property::HasBackColor || name == property::BackColor) {
+    if (valueOr(window_->property(property::HasBackColor), false)) {
+      const auto color = valueOr<Color>(window_->property(property::BackColor), {});
       auto palette = content_->palette();
       palette.setColor(QPalette::Window, shownGround(color, this->palette()));
       content_->setPalette(palette);
@@ -165,7 +167,7 @@ void WindowWidget::enterEdit(const Window* window, const std::string& name, cons
   field->userEdit(typed);
   muted_ = nullptr;
   // The field may have refused part of the typing (its mask, its limit): show what it took.
-  showControlProperty(*field, "Text");
+  showControlProperty(*field, property::Text);
 }
 
 void WindowWidget::userFocused(QWidget* now) {
@@ -191,15 +193,15 @@ PaneChild* WindowWidget::childOf(const QWidget* widget) const {
 void WindowWidget::showControlProperty(PaneChild& child, std::string_view name) {
   const auto found = widgets_.find(&child);
   const auto* value = child.property(name);
-  if (found == widgets_.end() || value == nullptr || (&child == muted_ && name == "Text")) {
+  if (found == widgets_.end() || value == nullptr || (&child == muted_ && name == property::Text)) {
     return;
   }
-  if (name == "TextColor" || name == "BackColor") {
+  if (name == property::TextColor || name == property::BackColor) {
     showColors(found->second, child.className(), child.properties());
   } else {
     qt::showControlProperty(found->second, child.className(), name, *value);
   }
-  if (name == "Enabled" || name == "Visible") {
+  if (name == property::Enabled || name == property::Visible) {
     showEnabledStates();
   }
 }
@@ -304,7 +306,7 @@ void WindowWidget::detach() {
 void WindowWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) {
-    showWindowProperty("BackColor");
+    showWindowProperty(property::BackColor);
   }
 }
 

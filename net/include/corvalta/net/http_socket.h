@@ -3,6 +3,7 @@
 #include <corvalta/net/internet_headers.h>
 #include <corvalta/net/header_block_search.h>
 #include <corvalta/platform/event_loop.h>
+#include <corvalta/platform/liveness.h>
 #include <corvalta/platform/tcp_socket.h>
 
 #include <cstdint>
@@ -129,9 +130,6 @@ class HTTPSocket {
   void setTimeoutSeconds(std::int32_t seconds) { timeoutSeconds_ = seconds; }
 
  private:
-  // Tells whether this object still lives and still runs the request it ran when made; code
-  // that has fired an event checks it before it touches anything.
-  class Guard;
   // Calls an event handler, if one is installed, through a copy (the handler may replace
   // itself); returns whether this request still runs afterwards.
   template <typename Handler, typename... Args>
@@ -209,8 +207,9 @@ class HTTPSocket {
   // Where a body on its way to a file (or a HEAD answer's, on its way to nowhere) is read;
   // made at the first such body and kept.
   std::unique_ptr<char[]> piece_;
-  std::uint64_t attempt_ = 0;
-  std::shared_ptr<char> alive_ = std::make_shared<char>();
+  // Code that has fired an event asks a token whether this object still lives and still runs
+  // the request it ran before, before it touches anything; each request is an attempt.
+  platform::Liveness liveness_;
 };
 
 }  // namespace corvalta::net
