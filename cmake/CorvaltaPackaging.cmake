@@ -19,11 +19,13 @@ set(CPACK_DEBIAN_PACKAGE_SECTION games)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://www.dunmere.example/")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# The windows ask for Arial; Liberation Sans has its metrics. SDL2 is loaded at the first
+# The windows ask for Arial; Liberation Sans has its metrics. The menus take the desktop's sans,
+# DejaVu Sans on Debian: with Liberation alone, fontconfig answers sans-serif with Liberation
+# Mono. SDL2 is loaded at the first
 # sound rather than linked, so dpkg-shlibdeps does not see it. Qt's X11 platform plugin comes
 # with its GUI library; the Wayland one is a package of its own, and without it Qt falls back
 # to X11 through the compositor's X server.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libsdl2-2.0-0")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-core, fonts-liberation, libsdl2-2.0-0")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)
