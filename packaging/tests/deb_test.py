@@ -45,8 +45,9 @@ def package_names(relations):
 
 def apt_sources():
     """The source files this machine's apt reads, in apt's order."""
-    found = dict(re.findall(r"(\w+)='([^']*)'", run(
-        ["apt-config", "shell", "main", "Dir::Etc::sourcelist/f", "parts", "Dir::Etc::sourceparts/d"])))
+    said = run(["apt-config", "shell", "main", "Dir::Etc::sourcelist/f",
+                "parts", "Dir::Etc::sourceparts/d"])
+    found = dict(re.findall(r"(\w+)='([^']*)'", said))
     main_list = found.get("main", "")
     files = [main_list] if os.path.isfile(main_list) and os.path.getsize(main_list) else []
     parts = found.get("parts", "/nonexistent")
@@ -58,9 +59,10 @@ def base_root(cache, packages):
     downloaded packages are kept beside it for the next base."""
     sources = apt_sources()
     suite = run(["sh", "-c", ". /etc/os-release && echo $VERSION_CODENAME"]).strip()
-    options = ["--variant=apt", "--format=tar", "--include=" + ",".join(packages), "--skip=cleanup/apt/lists"]
-    key = hashlib.sha256("\n".join([suite, *options, *(pathlib.Path(f).read_text() for f in sources)])
-                         .encode()).hexdigest()[:16]
+    options = ["--variant=apt", "--format=tar", "--include=" + ",".join(packages),
+               "--skip=cleanup/apt/lists"]
+    keyed = [suite, *options, *(pathlib.Path(source).read_text() for source in sources)]
+    key = hashlib.sha256("\n".join(keyed).encode()).hexdigest()[:16]
     tarball = os.path.join(cache, f"base-{key}.tar")
     if os.path.exists(tarball):
         return tarball
@@ -68,7 +70,7 @@ def base_root(cache, packages):
     os.makedirs(archives, exist_ok=True)
     print(f"making the base root {tarball} of {' '.join(packages)}", flush=True)
     run(["mmdebstrap", *options,
-         f'--setup-hook=mkdir -p "$1/var/cache/apt/archives"',
+         '--setup-hook=mkdir -p "$1/var/cache/apt/archives"',
          f"--setup-hook=sync-in {archives} /var/cache/apt/archives",
          f"--customize-hook=sync-out /var/cache/apt/archives {archives}",
          suite, tarball + ".partial", *sources])
@@ -85,7 +87,8 @@ def tree(root):
         relative = os.path.relpath(folder, root)
         subfolders[:] = [s for s in subfolders if os.path.normpath(os.path.join(relative, s))
                          not in VOLATILE]
-        paths.update(os.path.normpath(os.path.join("/", relative, name)) for name in subfolders + files)
+        paths.update(os.path.normpath(os.path.join("/", relative, name))
+                     for name in subfolders + files)
     return paths
 
 
