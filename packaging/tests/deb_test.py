@@ -17,8 +17,9 @@ import subprocess
 import sys
 import tempfile
 
-sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
-import screen_capture  # noqa: E402
+sys.path.insert(0, str(pathlib.Path(__file__).parent))
+sys.dont_write_bytecode = True  # as root, Python would leave a cache in the source tree
+from screen_capture import main_window, x_server  # noqa: E402
 
 # What the root holds besides the package's Depends: the X server the game is shown on.
 EXTRA_PACKAGES = ["xvfb"]
@@ -172,14 +173,14 @@ def show_game(in_root, app_id, screenshot, closure, package_files):
     entry = pathlib.Path(in_root.root, f"usr/share/applications/{app_id}.desktop").read_text()
     exec_line = re.sub(r"%[fFuUdDnNickvm]", "", re.search(r"^Exec=(.*)$", entry, re.MULTILINE)[1])
     os.makedirs(in_root.root + "/tmp/home/runtime", mode=0o700)
-    with screen_capture.x_server(prefix=in_root.prefix()) as display:
+    with x_server(prefix=in_root.prefix()) as display:
         command = [*in_root.prefix(PATH=SESSION_PATH, DISPLAY=display, HOME="/tmp/home",
                                    XDG_RUNTIME_DIR="/tmp/home/runtime"),
                    "sh", "-c", f"exec {exec_line}"]
         with open(in_root.root + "/tmp/home/output.log", "w") as log:
             game = subprocess.Popen(command, stdout=log, stderr=subprocess.STDOUT)
         try:
-            screen_capture.main_window(display, game).write_png(screenshot)
+            main_window(display, game).write_png(screenshot)
             started = os.readlink(f"/proc/{game.pid}/exe")
             if started != in_root.root + "/usr/games/corvalta":
                 sys.exit(f"FAIL: the desktop entry started {started}")
