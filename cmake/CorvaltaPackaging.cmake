@@ -24,8 +24,8 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Mono. SDL2 is loaded at the first
 # sound rather than linked, so dpkg-shlibdeps does not see it. Qt's X11 platform plugin comes
 # with its GUI library; the Wayland one is a package of its own, and without it Qt falls back
-# to X11 through the compositor's X server.
+# to X11 through the compositor's X server. "Go to Website" hands the address to xdg-open.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-dejavu-core, fonts-liberation, libsdl2-2.0-0")
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-wayland, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)
