@@ -25,10 +25,6 @@ using platform::Str;
 using platform::Timer;
 using platform::Val;
 
-Window1::Window1(const platform::WindowDescription& description) : Window("Window1") {
-  build(description);
-}
-
 Window1& Window1::instance() { return platform::implicitInstance<Window1>("Window1"); }
 
 platform::Handler Window1::handlerFor(std::string_view control, std::string_view event) {
@@ -254,32 +250,7 @@ void Window1::Event_Close() {
   application().Quit(0);
 }
 
-// --- Stand-ins for the settings and the score table -----------------------------------------
-
-void Window1::getPlist() {
-  Module1.SoundFlag = true;
-  if (platform::MenuItem* bar = application().MenuBar()) {
-    if (platform::MenuItem* on = bar->Lookup("SoundSoundOn")) on->Checked = true;
-    if (platform::MenuItem* off = bar->Lookup("SoundSoundOff")) off->Checked = false;
-  }
-  control<StaticText>("Op3").setText("+");
-  control<RadioButton>("Easy").setValue(true);
-}
-
-void Window1::getScores() {
-  auto& table = control<Listbox>("HighScores");
-  for (int row = 0; row < 10; ++row) {
-    table.AddRow(" ");
-    table.setCell(table.LastIndex(), 1, " ");
-    table.setCell(table.LastIndex(), 2, "0");
-  }
-}
-
-void Window1::savePlist() {}
-void Window1::saveScores() {}
-void Window1::HighScores_CellTextChange(std::int32_t /*row*/, std::int32_t /*column*/) { saveScores(); }
-void Window1::HighScores_Open() {}
-void Window1::ClearScores_Action() {}
+// --- The score ----------------------------------------------------------------------------
 
 void Window1::CheckScore() {
   auto& m = Module1;

@@ -29,12 +29,12 @@ TEST(Answers, TypedAnswersAreJudged) {
     game.run(std::string("queue ") + c.draws + "\nkey Return\n");
     EXPECT_EQ(Module1.Points, c.points);
     // Return with no default button puts up no new problem.
-    EXPECT_EQ(game.session.services().random->queuedCount(), c.armed ? 0u : 5u);
+    EXPECT_EQ(game.services.random->queuedCount(), c.armed ? 0u : 5u);
     if (!c.armed) continue;
     const std::string running = "timer 2 Start- Enter- SubAnswer1+'' SubAnswer2+'' Answer+'' levels- problem time 90";
     EXPECT_EQ(game.view(), running + " points " + std::to_string(c.points) + " focus SubAnswer1");
     // A right answer waits for OK3 (240 ms) before it scores; a wrong one is silent.
-    const std::string sounds = std::to_string(game.session.services().sounds.played().size()) + " sounds";
+    const std::string sounds = std::to_string(game.services.sounds.played().size()) + " sounds";
     EXPECT_EQ(sounds + " at " + std::to_string(game.now()), c.points > 0 ? "1 sounds at 240" : "0 sounds at 0");
   }
 }
@@ -51,7 +51,7 @@ TEST(Answers, ArmedEnterStaysArmedAndSoundOffScoresAtOnce) {
   EXPECT_EQ(std::to_string(Module1.Points) + " " + std::to_string(Module1.HisAnswer), "0 -4.000000");
   game.run("menu SoundSoundOff\ntype Answer 12\nkey Return\n");
   EXPECT_EQ(std::to_string(Module1.Points) + " at " + std::to_string(game.now()), "1 at 0");
-  EXPECT_TRUE(game.session.services().sounds.played().empty());
+  EXPECT_TRUE(game.services.sounds.played().empty());
 }
 
 // Nothing typed into Answer crashes the game or scores by accident.
@@ -64,7 +64,7 @@ TEST(Answers, AnyTextIsSafe) {
   for (const auto& text : hostile) {
     SCOPED_TRACE(text.substr(0, 20));
     game.run("type Answer 5\nqueue 9 4 3 10 5\n");
-    platform::typeText(game.session.app(), "Window1", "Answer", text);
+    platform::typeText(game.app, "Window1", "Answer", text);
     game.run("press Enter\n");
     EXPECT_EQ(std::to_string(Module1.Points) + " '" + game.text("Answer") + "'", "0 ''");
   }

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <corvalta/core/congratulations.h>
 #include <corvalta/core/module1.h>
+#include <corvalta/core/sound_lengths.h>
+#include <corvalta/core/sound_switch.h>
 #include <corvalta/core/window1.h>
 #include <corvalta/platform/controls.h>
+#include <corvalta/platform/headless/script.h>
 #include <corvalta/platform/timer.h>
-#include <corvalta/tools/session.h>
+#include <corvalta/store/memory_system_calls.h>
 
 #include <gtest/gtest.h>
 
@@ -15,16 +19,45 @@
 
 namespace corvalta::testing {
 
-// A game on the headless view with a fixed seed, run by script lines. Given a folder, the
-// whole program runs on its files; the run starts when the object is made and ends when it goes.
+// The game's two windows on the headless view with a fixed seed, played by script lines, with
+// the Sound menu's two commands. Given a folder, the stored files are there; else in memory.
+// The main window opens when the object is made.
 class Game {
  public:
-  explicit Game(std::optional<std::string> folder = std::nullopt) : session(7, out, err, std::move(folder)) {}
+  explicit Game(std::optional<std::string> folder = std::nullopt)
+      : calls(folder ? store::posixSystemCalls() : static_cast<store::SystemCalls&>(memory)),
+        folder_(folder.value_or("/config")) {
+    core::Module1 = {};
+    app.addMenuHandler("SoundSoundOn", [] { return core::setSound(true), false; });
+    app.addMenuHandler("SoundSoundOff", [] { return core::setSound(false), false; });
+    app.registerWindowClass("Window1", [this] {
+      return std::make_unique<core::Window1>(core::window1Description(), calls, folder_);
+    });
+    app.registerWindowClass("Congratulations", [] {
+      return std::make_unique<core::Congratulations>(core::congratulationsDescription());
+    });
+    app.dispatcher().setReporter([this](std::exception_ptr error) {
+      try {
+        std::rethrow_exception(error);
+      } catch (const std::exception& e) {
+        script.fail(e.what());
+      }
+      app.Quit(1);
+    });
+    app.dispatcher().call([this] {
+      core::Module1.R = app.newRandom();
+      core::Window1::instance();
+    });
+  }
+  ~Game() {
+    core::releaseSounds();
+    core::Module1 = {};
+  }
 
   // Runs the lines; a failing line fails the test.
-  void run(const std::string& script) {
-    std::istringstream in(script);
-    EXPECT_EQ(session.run(in), 0) << err.str();
+  void run(const std::string& lines) {
+    std::istringstream in(lines);
+    EXPECT_EQ(script.run(in), 0) << err.str();
   }
 
   core::Window1& window() { return core::Window1::instance(); }
@@ -50,10 +83,17 @@ class Game {
     s += " time " + text("Time") + (control<platform::StaticText>("Banner").Visible() ? " banner" : "");
     return s + " points " + text("GamePoints") + " focus " + (window().focus() ? window().focus()->key() : "none");
   }
-  std::int64_t now() { return session.services().loop.elapsed().count(); }
+  std::int64_t now() { return services.loop.elapsed().count(); }
 
   std::ostringstream out, err;
-  tools::Session session;
+  platform::headless::HeadlessServices services{7, core::soundLengths()};
+  platform::Application app{services.services()};
+  platform::headless::Script script{app, services, out, err};
+  store::MemorySystemCalls memory;
+  store::SystemCalls& calls;
+
+ private:
+  std::string folder_;
 };
 
 }  // namespace corvalta::testing

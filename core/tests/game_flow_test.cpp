@@ -12,8 +12,8 @@ using Log = std::vector<std::string>;
 
 // Logs "Control.Property=value@ms" for the properties a test follows.
 struct Recorder : platform::ViewObserver {
-  Recorder(Game& g, Log f) : game(g), followed(std::move(f)) { game.session.app().setObserver(this); }
-  ~Recorder() override { game.session.app().setObserver(nullptr); }
+  Recorder(Game& g, Log f) : game(g), followed(std::move(f)) { game.app.setObserver(this); }
+  ~Recorder() override { game.app.setObserver(nullptr); }
   void propertyChanged(platform::PaneChild& child, std::string_view property) override {
     const std::string key = child.key() + "." + std::string(property);
     if (std::find(followed.begin(), followed.end(), key) == followed.end()) return;
@@ -56,12 +56,12 @@ TEST(GameFlow, WholeGame) {
   EXPECT_EQ(recorder.log, expected);
   // OK3 is 168 (240 ms), Microwave 170 (1200 ms), Applause 169 (2500 ms).
   Log sounds;
-  for (const auto& p : game.session.services().sounds.played())
+  for (const auto& p : game.services.sounds.played())
     sounds.push_back(std::to_string(p.number) + "@" + std::to_string(p.start.count()) + "-" +
                      std::to_string(p.end.count()));
   EXPECT_EQ(sounds, (Log{"168@3000-3240", "168@5240-5480", "170@90000-91200", "169@91200-93700"}));
   // Idle again while the applause still plays.
-  EXPECT_LT(game.now(), game.session.services().sounds.played().back().end.count());
+  EXPECT_LT(game.now(), game.services.sounds.played().back().end.count());
 
   for (int twice = 0; twice < 2; ++twice) {
     game.run("press Stop\n");
@@ -98,7 +98,7 @@ TEST(GameFlow, TimeOutVariants) {
     const char* start = scores ? "queue 9 4 3 10 5\npress Start\ntype Answer 12\nkey Return\n" : "press Start\n";
     game.run(std::string(c.before) + start + "advance 90000\n" + c.nameEntry + "advance 10000\n");
     std::string after = "sounds";
-    for (const auto& p : game.session.services().sounds.played()) after += " " + std::to_string(p.number);
+    for (const auto& p : game.services.sounds.played()) after += " " + std::to_string(p.number);
     after += ", name '" + Module1.Name + "' flag " + std::to_string(Module1.NewHighScoreFlag);
     EXPECT_EQ(after + " at " + std::to_string(game.now()), c.after);
     EXPECT_EQ(game.view(), idle(scores ? "1" : "0", true));

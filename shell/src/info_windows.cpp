@@ -3,7 +3,6 @@
 #include <corvalta/platform/app_info.h>
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/url_opener.h>
-#include <corvalta/shell/window_descriptions.h>
 
 namespace corvalta::shell {
 namespace {
@@ -17,7 +16,7 @@ Handler bind(W* window, void (W::*method)()) {
 
 }  // namespace
 
-AboutBox::AboutBox() : Window("AboutBox") { build(windowDescription("AboutBox")); }
+AboutBox::AboutBox() : Window("AboutBox") { build(aboutBoxDescription()); }
 
 Handler AboutBox::handlerFor(std::string_view control, std::string_view event) {
   if (event == "Action" && control == "PushButton1") return bind(this, &AboutBox::PushButton1_Action);
@@ -38,9 +37,9 @@ void AboutBox::StaticText4_Open() {
   control<platform::StaticText>("StaticText4").setText(std::string(platform::app_info::LongVersion()));
 }
 
-Help::Help() : Window("Help") { build(windowDescription("Help")); }
+Help::Help() : Window("Help") { build(helpDescription()); }
 
-selfTest::selfTest() : Window("selfTest") { build(windowDescription("selfTest")); }
+selfTest::selfTest() : Window("selfTest") { build(selfTestDescription()); }
 
 Handler selfTest::handlerFor(std::string_view control, std::string_view event) {
   if (event == "Open" && control == "StaticText2") return bind(this, &selfTest::StaticText2_Open);

@@ -11,17 +11,31 @@
 #include <optional>
 #include <random>
 
+#include <corvalta/testing/mount.h>
+#include <corvalta/testing/temporary_folder.h>
+#include <gtest/gtest.h>
+
 #include "corvalta/store/preferences_folder.h"
 #include "corvalta/store/stored_file.h"
 #include "corvalta/store/whole_file.h"
 #include "faulty_system_calls.h"
-#include "store_game.h"
 
 namespace corvalta::testing {
 namespace {
 
 using namespace store;
 using Names = std::vector<std::string>;
+using Rows = std::vector<std::vector<std::string>>;
+
+const std::string kSettings = "corvalta.plist";
+const std::string kScores = "corvalta-highscores.plist";
+
+// The score file of these rows, each line ending in LF.
+std::string tableText(const Rows& rows) {
+  std::string text;
+  for (const auto& row : rows) text += row[0] + "\t" + row[1] + "\t" + row[2] + "\n";
+  return text;
+}
 
 // The folder is $XDG_CONFIG_HOME when that is an absolute path, else ~/.config; taking it makes
 // it and its missing parents, private to the user.
@@ -121,39 +135,6 @@ TEST(InjectedFault, EachCallOfASaveFailingInTurn) {
   EXPECT_GT(outcomes[1], 0);
 }
 
-// A folder made into another file system for the length of a test: with tmpfs options
-// ("size=64k,nr_inodes=32") a tiny tmpfs, without them the folder itself read-only. Root
-// ignores mode bits, so as root the folder is bind-mounted read-only over itself; anyone else
-// loses the write bit. Mounting needs CAP_SYS_ADMIN: without it, made() is false.
-class Mount {
- public:
-  explicit Mount(std::string folder, const char* tmpfsOptions = nullptr) : folder_(std::move(folder)) {
-    const char* at = folder_.c_str();
-    if (tmpfsOptions != nullptr) {
-      made_ = mounted_ = ::mount("tmpfs", at, "tmpfs", 0, tmpfsOptions) == 0;
-    } else if (::geteuid() != 0) {
-      made_ = ::chmod(at, 0555) == 0;
-    } else if ((mounted_ = ::mount(at, at, nullptr, MS_BIND, nullptr) == 0)) {
-      made_ = ::mount(nullptr, at, nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) == 0;
-    }
-    why_ = made_ ? "" : std::string("mounting needs CAP_SYS_ADMIN (") + std::strerror(errno) + "): skipped";
-  }
-  ~Mount() {
-    if (mounted_) ::umount2(folder_.c_str(), MNT_DETACH);
-  }
-  Mount(const Mount&) = delete;
-  Mount& operator=(const Mount&) = delete;
-
-  [[nodiscard]] bool made() const { return made_; }
-  [[nodiscard]] const std::string& why() const { return why_; }
-
- private:
-  std::string folder_;
-  bool mounted_ = false;
-  bool made_ = false;
-  std::string why_;
-};
-
 // Fills the file system at `folder` up, then gives back about `freeBytes`; with -1, takes every
 // inode instead, so that creating a file fails.
 void fillLeaving(const std::string& folder, off_t freeBytes) {
@@ -240,49 +221,6 @@ TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
     const std::string bytes = fileBytes(path);
     ASSERT_TRUE(bytes == texts[0] || bytes == texts[1])
         << "after kill " << kills << " and " << completed << " saves: " << ::testing::PrintToString(bytes);
-  }
-}
-
-// In a folder that takes no file, a whole game plays: the qualifying score enters the table in
-// memory and stays there, while the files on disk, if any, keep every byte, and no file is
-// left behind, also at the quit; a failed save is never shown.
-TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
-  Rows onDisk;
-  for (const char* score : {"9", "8", "7", "6", "5", "4", "3", "2", "1", "0"}) onDisk.push_back({"P", "Easy", score});
-  enum class Kind { ReadOnlyWithFiles, FoldersInPlaceOfFiles };
-  // before: the table at start.
-  const struct { const char* what; Kind kind; Rows before; std::ptrdiff_t newRow; } cases[] = {
-      {"read-only with both files", Kind::ReadOnlyWithFiles, onDisk, 9},
-      {"a folder where each file should be", Kind::FoldersInPlaceOfFiles, defaultRows(), 0}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    TemporaryFolder folder;
-    const std::pair<std::string, std::string> files[] = {{kSettings, "False\nEasy\n"}, {kScores, tableText(onDisk)}};
-    for (const auto& [name, bytes] : files) {
-      if (c.kind == Kind::ReadOnlyWithFiles) writeBytes(folder / name, bytes);
-      if (c.kind == Kind::FoldersInPlaceOfFiles) std::filesystem::create_directory(folder / name);
-    }
-    const Names entries = folderEntries(folder.path());
-    const std::string settings = fileBytes(folder / kSettings), scores = fileBytes(folder / kScores);
-    std::optional<Mount> readOnly;
-    if (c.kind != Kind::FoldersInPlaceOfFiles) {
-      readOnly.emplace(folder.path());
-      if (!readOnly->made()) GTEST_SKIP() << readOnly->why();
-      const int probe = ::open((folder / "probe").c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
-      ASSERT_LT(probe, 0) << "the folder still takes files";
-    }
-
-    Game game(folder.path());
-    EXPECT_EQ(game.rows(), c.before);
-    game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + "advance 90000\npress Enter\n");
-    EXPECT_EQ(game.rows(), entered(c.before, c.newRow, {"", "Easy", "1"}));
-    EXPECT_TRUE(game.enabled("Start"));
-    game.run("quit\n");
-    EXPECT_EQ(game.session.app().exitCode(), 0);
-    EXPECT_TRUE(game.session.services().dialogs.shown().empty());
-    EXPECT_EQ(fileBytes(folder / kSettings), settings);
-    EXPECT_EQ(fileBytes(folder / kScores), scores);
-    EXPECT_EQ(folderEntries(folder.path()), entries);
   }
 }
 

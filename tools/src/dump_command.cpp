@@ -2,8 +2,7 @@
 #include <corvalta/core/module1.h>
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/timer.h>
-#include <corvalta/tools/commands.h>
-#include <corvalta/tools/session.h>
+#include <corvalta/platform/headless/script.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,6 +12,8 @@
 
 namespace corvalta::tools {
 namespace {
+
+using platform::headless::CommandRegistration;
 
 QString text(const std::string& s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
 
@@ -72,7 +73,7 @@ QJsonObject module1() {
           {"Seconds", m.Seconds}, {"NewHighScoreFlag", m.NewHighScoreFlag}, {"Name", text(m.Name)}};
 }
 
-const CommandRegistration dump("dump", "dump", [](Session& s, const std::string&) {
+const CommandRegistration dump("dump", "dump", [](platform::headless::Script& s, const std::string&) {
   auto& services = s.services();
   QJsonArray windows;
   for (const auto* window : s.app().windows()) windows.append(json(*window));

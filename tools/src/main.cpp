@@ -16,7 +16,8 @@ const char* const kUsage =
     "usage: corvalta-driver [--seed N] [--config FOLDER] < script\n"
     "       corvalta-driver [--seed N] --csv LEVEL COUNT\n"
     "LEVEL is Easy, Medium, Hard or VeryHard. With --config the game reads and writes its\n"
-    "settings and high scores in FOLDER, as it does in the configuration folder.\n";
+    "settings and high scores in FOLDER, as it does in the configuration folder; without it\n"
+    "they are kept in memory.\n";
 
 bool parse(const char* text, std::uint64_t& value) {
   const auto* end = text + std::strlen(text);

@@ -2,8 +2,7 @@
 #include <corvalta/core/module1.h>
 #include <corvalta/core/window1.h>
 #include <corvalta/platform/controls.h>
-#include <corvalta/tools/commands.h>
-#include <corvalta/tools/session.h>
+#include <corvalta/platform/headless/script.h>
 
 #include <iomanip>
 #include <ostream>
@@ -11,7 +10,9 @@
 namespace corvalta::tools {
 namespace {
 
-const CommandRegistration show("show", "show", [](Session& s, const std::string&) {
+using platform::headless::CommandRegistration;
+
+const CommandRegistration show("show", "show", [](platform::headless::Script& s, const std::string&) {
   auto& w = core::Window1::instance();
   const auto label = [&](const char* name) { return w.control<platform::StaticText>(name).Text(); };
   const auto elapsed = s.services().loop.elapsed().count();

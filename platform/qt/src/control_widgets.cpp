@@ -218,6 +218,7 @@ QWidget* newWidget(std::string_view className, const PropertyList& properties, Q
     const auto* parent = findProperty(properties, "InitialParent");
     groupNamed(content, parent != nullptr ? std::get<std::string>(*parent) : std::string())
         ->addButton(button);
+    button->setFocusPolicy(Qt::StrongFocus);
     return button;
   }
   if (className == "GroupBox") {
@@ -240,6 +241,16 @@ QWidget* newWidget(std::string_view className, const PropertyList& properties, Q
 }
 
 }  // namespace
+
+void keepRadioButtonsTabStops(QWidget* focused) {
+  const auto* button = qobject_cast<QRadioButton*>(focused);
+  if (button == nullptr || button->group() == nullptr) {
+    return;
+  }
+  for (QAbstractButton* member : button->group()->buttons()) {
+    member->setFocusPolicy(Qt::StrongFocus);
+  }
+}
 
 QString toDisplayText(const std::string& text) {
   return QString::fromStdString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');

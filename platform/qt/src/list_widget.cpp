@@ -48,6 +48,7 @@ ListWidget::ListWidget(QWidget* parent) : QTableWidget(parent) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setSelectionMode(QAbstractItemView::SingleSelection);
+  setTabKeyNavigation(false);
   setWordWrap(false);
   verticalHeader()->hide();
   horizontalHeader()->hide();
@@ -75,8 +76,10 @@ void ListWidget::showProperty(std::string_view name, const PropertyValue& value)
     // With a heading, the first line of the initial value holds the column titles.
     const auto lines = QString::fromStdString(std::get<std::string>(value)).split('\r');
     setHorizontalHeaderLabels(lines.front().split('\t'));
+    layOutRows();
   } else if (name == "GridLinesHorizontal" || name == "GridLinesVertical") {
     setShowGrid(showGrid() || std::get<std::int32_t>(value) != 0);
+    layOutRows();
   } else if (name == "ScrollBarHorizontal") {
     setHorizontalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
                                                        : Qt::ScrollBarAlwaysOff);
@@ -125,11 +128,28 @@ void ListWidget::changeEvent(QEvent* event) {
   }
 }
 
+// A row left behind highlighted would read as a choice that the table does not have.
+void ListWidget::focusOutEvent(QFocusEvent* event) {
+  QTableWidget::focusOutEvent(event);
+  clearSelection();
+  setCurrentIndex({});
+}
+
 void ListWidget::layOutRows() {
-  const int textHeight = fontMetrics().height();
+  // The text, a pixel of air and the grid line.
+  const int gridLine = showGrid() ? 1 : 0;
   verticalHeader()->setMinimumSectionSize(1);
-  verticalHeader()->setDefaultSectionSize(rowHeight_ > 0 ? rowHeight_ : textHeight);
-  horizontalHeader()->setFixedHeight(textHeight + 1);
+  verticalHeader()->setDefaultSectionSize(rowHeight_ > 0 ? rowHeight_ : fontMetrics().height() + 1 + gridLine);
+  // Until it has titles a heading has no height of its own to ask for.
+  if (const int heading = horizontalHeader()->sizeHint().height(); heading > 0) {
+    horizontalHeader()->setFixedHeight(heading);
+  }
+}
+
+int ListWidget::heightForRows() const {
+  const int rows = verticalHeader()->defaultSectionSize() * rowCount();
+  const int heading = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->height();
+  return std::max(height(), rows + heading + 2 * frameWidth());
 }
 
 void ListWidget::layOutColumns() {

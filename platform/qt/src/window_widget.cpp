@@ -20,10 +20,14 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <vector>
+
 namespace corvalta::platform::qt {
 
-WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
-    : app_(app), window_(&window), className_(window.className()), content_(new QWidget(this)) {
+WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar, QWidget* owner)
+    : QWidget(owner), app_(app), window_(&window), className_(window.className()), content_(new QWidget(this)) {
+  setObjectName(QString::fromStdString(className_));
   setAttribute(Qt::WA_DeleteOnClose, false);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -36,8 +40,10 @@ WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
   content_->setFocusPolicy(Qt::ClickFocus);
   content_->installEventFilter(this);
 
-  Qt::WindowFlags flags = valueOr<std::int32_t>(window.property("Frame"), 0) == 1 ? Qt::Dialog
-                                                                                   : Qt::Window;
+  // Only a dialog is told to the window manager as transient for its owner.
+  Qt::WindowFlags flags = owner != nullptr || valueOr<std::int32_t>(window.property("Frame"), 0) == 1
+                              ? Qt::Dialog
+                              : Qt::Window;
   flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
   if (valueOr(window.property("CloseButton"), true)) flags |= Qt::WindowCloseButtonHint;
   if (valueOr(window.property("MinimizeButton"), false)) flags |= Qt::WindowMinimizeButtonHint;
@@ -104,6 +110,7 @@ void WindowWidget::addControl(PaneChild& child) {
     return;
   }
   widgets_.emplace(&child, widget);
+  widget->setObjectName(QString::fromStdString(child.key()));
   widget->installEventFilter(this);
   connectInput(child, widget);
 }
@@ -165,6 +172,7 @@ void WindowWidget::userFocused(QWidget* now) {
   if (window_ == nullptr || now == nullptr || now->window() != this) {
     return;
   }
+  keepRadioButtonsTabStops(now);
   auto* control = dynamic_cast<Control*>(childOf(now));
   if (control != nullptr && window_->focus() != control) {
     control->SetFocus();
@@ -215,7 +223,37 @@ void WindowWidget::showRows(Listbox& list) {
   for (std::int32_t column = 0; column < list.ColumnCount(); ++column) {
     alignments.push_back(list.ColumnAlignment(column));
   }
-  static_cast<ListWidget*>(found->second)->showRows(list.rows(), alignments);
+  auto* shown = static_cast<ListWidget*>(found->second);
+  shown->showRows(list.rows(), alignments);
+  growList(shown, shown->heightForRows());
+}
+
+// A list whose record is too low for its heading and rows grows down, and the controls under
+// it move down as far as they must to keep clear of it and of one another, each the same
+// distance from the one above as before, or 4 pixels where that distance is less.
+void WindowWidget::growList(QWidget* list, int height) {
+  if (height <= list->height()) {
+    return;
+  }
+  list->resize(list->width(), height);
+  std::vector<QWidget*> below;
+  for (QWidget* other : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    const QRect place = other->geometry();
+    if (other != list && place.top() >= list->y() && place.left() < list->geometry().right() &&
+        place.right() > list->x()) {
+      below.push_back(other);
+    }
+  }
+  std::sort(below.begin(), below.end(), [](QWidget* a, QWidget* b) { return a->y() < b->y(); });
+  constexpr int gap = 4;
+  int clearFrom = list->geometry().bottom() + 1 + gap;
+  for (QWidget* other : below) {
+    if (other->y() >= clearFrom) {
+      break;
+    }
+    other->move(other->x(), clearFrom);
+    clearFrom = other->geometry().bottom() + 1 + gap;
+  }
 }
 
 void WindowWidget::showFocus() {
@@ -223,10 +261,29 @@ void WindowWidget::showFocus() {
     return;
   }
   const auto found = widgets_.find(window_->focus());
-  QWidget* target = found != widgets_.end() ? found->second : content_;
+  QWidget* target = found != widgets_.end() ? found->second : firstFocusable();
+  if (target == nullptr) {
+    target = content_;
+  } else if (auto* field = qobject_cast<QLineEdit*>(target); field != nullptr && found == widgets_.end()) {
+    field->selectAll();
+  }
   if (!target->hasFocus()) {
     target->setFocus(Qt::OtherFocusReason);
   }
+}
+
+QWidget* WindowWidget::firstFocusable() const {
+  for (const PaneChild* child : window_->controls()) {
+    const auto found = widgets_.find(child);
+    if (found == widgets_.end()) {
+      continue;
+    }
+    QWidget* widget = found->second;
+    if ((widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isEnabled() && !widget->isHidden()) {
+      return widget;
+    }
+  }
+  return nullptr;
 }
 
 void WindowWidget::refresh(const PaneChild& child) {

@@ -1,6 +1,6 @@
 #include "synth.h"
 
-#include <corvalta/shell/sound_lengths.h>
+#include <corvalta/core/sound_lengths.h>
 
 #include <algorithm>
 #include <cmath>
@@ -9,6 +9,10 @@
 
 namespace corvalta::shell::sounds {
 namespace {
+
+using core::kApplauseLength;
+using core::kMicrowaveLength;
+using core::kOK3Length;
 
 using Signal = std::vector<double>;
 

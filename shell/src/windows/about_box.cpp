@@ -1,14 +1,14 @@
-#include "window_tables.h"
+#include <corvalta/shell/info_windows.h>
 
-#include "../description_builder.h"
+#include <corvalta/platform/description_builder.h>
 
 #include <corvalta/platform/app_info.h>
 
-namespace corvalta::shell::windows {
+namespace corvalta::shell {
 
-using namespace description;
+using namespace platform::description;
 
-platform::WindowDescription aboutBox() {
+platform::WindowDescription aboutBoxDescription() {
   const std::string version(platform::app_info::LongVersion());
   return window(
       "AboutBox", "About Corvalta", 264, 258, {{"MinimizeButton", false}},
@@ -27,4 +27,4 @@ platform::WindowDescription aboutBox() {
       });
 }
 
-}  // namespace corvalta::shell::windows
+}  // namespace corvalta::shell

@@ -1,10 +1,10 @@
-#include "window_tables.h"
+#include <corvalta/shell/info_windows.h>
 
-#include "../description_builder.h"
+#include <corvalta/platform/description_builder.h>
 
-namespace corvalta::shell::windows {
+namespace corvalta::shell {
 
-using namespace description;
+using namespace platform::description;
 
 namespace {
 
@@ -46,7 +46,7 @@ constexpr const char* helpText =
 }  // namespace
 
 // One large field with the rules; what the user types into it is never stored.
-platform::WindowDescription helpWindow() {
+platform::WindowDescription helpDescription() {
   return window("Help", "Corvalta", 400, 300, {},
                 {
                     editField("EditField1", {20, 20, 360, 260}, arial(12),
@@ -54,4 +54,4 @@ platform::WindowDescription helpWindow() {
                 });
 }
 
-}  // namespace corvalta::shell::windows
+}  // namespace corvalta::shell

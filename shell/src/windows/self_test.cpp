@@ -1,15 +1,15 @@
-#include "window_tables.h"
+#include <corvalta/shell/info_windows.h>
 
-#include "../description_builder.h"
+#include <corvalta/platform/description_builder.h>
 
 #include <corvalta/platform/app_info.h>
 
-namespace corvalta::shell::windows {
+namespace corvalta::shell {
 
-using namespace description;
+using namespace platform::description;
 
 // The door to the update check.
-platform::WindowDescription selfTestWindow() {
+platform::WindowDescription selfTestDescription() {
   const std::string version(platform::app_info::LongVersion());
   return window("selfTest", "Self Test", 231, 92, {{"MinimizeButton", false}},
                 {
@@ -21,4 +21,4 @@ platform::WindowDescription selfTestWindow() {
                 });
 }
 
-}  // namespace corvalta::shell::windows
+}  // namespace corvalta::shell

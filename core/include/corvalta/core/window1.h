@@ -2,24 +2,31 @@
 
 #include <corvalta/platform/window.h>
 #include <corvalta/platform/window_description.h>
+#include <corvalta/store/stored_file.h>
+#include <corvalta/store/system_calls.h>
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace corvalta::core {
 
+inline constexpr const char* kSettingsFileName = "corvalta.plist";
+inline constexpr const char* kHighScoresFileName = "corvalta-highscores.plist";
+
 // The main window and every rule of the game: the level handlers, problem generation,
 // answer checking and the flow of a game, written against Module1 and the controls, which
-// are looked up by name each time.
+// are looked up by name each time; the name entry is the window class "Congratulations".
 //
-// The settings, the score table and the name entry plug in by deriving: getPlist,
-// getScores, savePlist, saveScores, CheckScore and the handlers of HighScores and
-// ClearScores are virtual. The bodies here are stand-ins: sound on, Easy selected, ten rows
-// scored "0", nothing saved. The name entry is whatever window class "Congratulations" the
-// application has registered.
+// It keeps its two files: the sound setting and the level are read when the window opens
+// and written when it closes; the score table is read when it opens and written at every
+// change and when it closes. A save that fails changes nothing on disk and nothing in the
+// game, and is never shown.
 class Window1 : public platform::Window {
  public:
-  explicit Window1(const platform::WindowDescription& description);
+  // `folder` is the configuration folder; it is made if it is missing.
+  Window1(const platform::WindowDescription& description, store::SystemCalls& calls,
+          const std::string& folder);
 
   // The one live instance, made when there is none.
   static Window1& instance();
@@ -34,17 +41,17 @@ class Window1 : public platform::Window {
   void Timer1_Action();
   void Stop_Action();
   void Kagi1_Action();
-  virtual void HighScores_CellTextChange(std::int32_t row, std::int32_t column);
-  virtual void HighScores_Open();
-  virtual void ClearScores_Action();
+  void HighScores_CellTextChange(std::int32_t row, std::int32_t column);
+  void HighScores_Open();
+  void ClearScores_Action();
 
   void getRandomNumbers();
-  virtual void getPlist();
-  virtual void getScores();
-  virtual void savePlist();
-  virtual void saveScores();
+  void getPlist();
+  void getScores();
+  void savePlist();
+  void saveScores();
   // Sets NewHighScoreFlag: the points are above 0 and above row 9 of HighScores.
-  virtual void CheckScore();
+  void CheckScore();
 
  protected:
   platform::Handler handlerFor(std::string_view control, std::string_view event) override;
@@ -56,6 +63,12 @@ class Window1 : public platform::Window {
   void clearAnswerFields();
   void clearProblemFields();
   void enableAnswerFields(bool enabled);
+
+  store::StoredFile settingsFile_;
+  store::StoredFile highScoresFile_;
 };
+
+// The main window's description: its record and its 29 controls.
+[[nodiscard]] platform::WindowDescription window1Description();
 
 }  // namespace corvalta::core

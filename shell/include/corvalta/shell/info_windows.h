@@ -2,6 +2,7 @@
 
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/window.h>
+#include <corvalta/platform/window_description.h>
 
 namespace corvalta::shell {
 
@@ -35,6 +36,11 @@ class selfTest final : public platform::Window {
  protected:
   platform::Handler handlerFor(std::string_view control, std::string_view event) override;
 };
+
+// Their descriptions, each built from its table.
+[[nodiscard]] platform::WindowDescription aboutBoxDescription();
+[[nodiscard]] platform::WindowDescription helpDescription();
+[[nodiscard]] platform::WindowDescription selfTestDescription();
 
 // Makes the three window classes known to the application, each by its class name.
 void registerInfoWindows(platform::Application& app);

@@ -11,6 +11,9 @@
 
 namespace corvalta::update {
 
+// updateWindow's description: its record, the label, the bar, the socket and Cancel.
+[[nodiscard]] platform::WindowDescription updateWindowDescription();
+
 // The window that carries one update check. Opening it fetches the manifest with its own
 // HTTPSocket, hp, and closes selfTest; the check then ends in one of these ways: an empty page
 // (the window closes), the current version (a message, unless automaticCheck), a version on

@@ -1,4 +1,0 @@
-// The desktop game: the view state on Qt widgets, sound through SDL2.
-#include "desktop.h"
-
-int main(int argc, char** argv) { return corvalta::shell::runDesktop(argc, argv); }
