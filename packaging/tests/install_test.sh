@@ -3,7 +3,7 @@
 # the validators accept the desktop entry and the AppStream file, and those two agree with each
 # other, with the icon and the version. (The deb test starts the game by the entry's Exec line.)
 set -euo pipefail
-cmake=$1 build=$2 app_id=$3 version=$4 has_program=$5 libdir=$6
+cmake=$1 build=$2 app_id=$3 version=$4 has_program=$5 module=${6:-}
 
 prefix=$(mktemp -d)
 trap 'rm -rf "$prefix"' EXIT
@@ -22,7 +22,7 @@ for size in "${icon_sizes[@]}"; do
 done
 if [[ $has_program == 1 ]]; then
   expected+=(bin/corvalta share/corvalta/OK3.wav share/corvalta/Microwave.wav share/corvalta/Applause.wav
-             "$libdir/corvalta/libcorvalta_tcp_socket.so")
+             ${module:+"$module"})
 fi
 
 # The expected files and nothing else.
