@@ -15,7 +15,8 @@ fail() { echo "FAIL: $*" >&2; status=1; }
 desktop_file=share/applications/$app_id.desktop
 metainfo=share/metainfo/$app_id.metainfo.xml
 icon_sizes=(16 24 32 48 64 128 256)
-expected=("$desktop_file" "$metainfo" "share/icons/hicolor/scalable/apps/$app_id.svg")
+expected=("$desktop_file" "$metainfo" "share/icons/hicolor/scalable/apps/$app_id.svg"
+          share/man/man6/corvalta.6.gz share/doc/corvalta/changelog.gz share/doc/corvalta/copyright)
 for size in "${icon_sizes[@]}"; do
   expected+=("share/icons/hicolor/${size}x${size}/apps/$app_id.png")
 done
@@ -28,7 +29,7 @@ diff <(printf '%s\n' "${expected[@]}" | sort) <(cd "$prefix" && find . ! -type d
   fail "the installed files differ from the expected ones (< missing, > unexpected)"
 
 if ! report=$(desktop-file-validate "$prefix/$desktop_file" 2>&1) ||
-   grep -qE '(error|warning):' <<<"$report"; then
+   grep -qE '(error|warning|hint):' <<<"$report"; then
   fail "desktop-file-validate: $report"
 fi
 # Without --no-net the validator would try to fetch the screenshot and the home page.
