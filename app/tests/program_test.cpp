@@ -14,18 +14,19 @@ using core::Module1;
 
 // A whole life on the driver: the first start makes the folder and both files with their
 // defaults; Very Hard, sound off and a top-ten game are on disk after the quit, and the next
-// start comes up with them: the level cell with its leading blank, the name as typed.
+// start comes up with them: the level cell with its leading blank, the name as typed, in its
+// composed form.
 TEST(WholeLife, SettingsAndScoreSurviveARestart) {
   TemporaryFolder home;
   const std::string folder = home / "config";
-  const Rows table = entered(defaultRows(), 0, {"Zo\xc3\xab", " Very Hard", "10"});  // Zoë, typed
+  const Rows table = entered(defaultRows(), 0, {"Zo\xc3\xab", " Very Hard", "10"});  // Zoë, typed e and a diaeresis
   {
     ProgramRun first(folder);
     EXPECT_EQ(fileBytes(folder + "/" + kSettings), "True\nEasy\n");
     EXPECT_EQ(fileBytes(folder + "/" + kScores), tableText(defaultRows()));
     // A right answer worth 10 points: (10 - 7) / (7 + 4) is 0.27.
     first.run("press VeryHard\nmenu SoundSoundOff\nqueue 10 7 4 6 1\npress Start\ntype Answer 0.27\nkey Return\n"
-              "advance 90000\ntype NameField Zo\xc3\xab\npress Enter\n");
+              "advance 90000\ntype NameField Zoe\xcc\x88\npress Enter\n");
     EXPECT_EQ(fileBytes(folder + "/" + kScores), tableText(table)) << "on disk at once";
     EXPECT_EQ(fileBytes(folder + "/" + kSettings), "True\nEasy\n") << "settings wait for the quit";
     first.run("menu FileQuit\n");

@@ -4,9 +4,16 @@
 #include <corvalta/testing/mount.h>
 
 #include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <filesystem>
+#include <mutex>
 #include <optional>
+#include <thread>
 
 #include <corvalta/testing/score_files.h>
 
@@ -36,6 +43,7 @@ TEST(HighScoreFile, ReadsAnyFileIntoTenRowsAndSavesTheCellsBack) {
       {"\xe6\x9d\x8e\xe5\xb0\x8f\xe9\xbe\x8d", "Medium", "60"},  // Han
       {" ", " ", "0"}, {"", "", "0"}, {" ", " ", "0"}, {"", "", "0"}, {" ", " ", "0"}, {"", "", "0"}, {"", "", ""},
   };
+  const std::string huge = tableText(entered(defaultRows(), 0, {std::string(1000000, 'x'), "Easy", "5"}));
   const struct { const char* name; std::string bytes, saved; } cases[] = {  // saved: the rows as read
       {"empty file", "", empty(10)},
       {"names beyond ASCII, blank and empty cells", tableText(beyondAscii), tableText(beyondAscii)},
@@ -44,6 +52,7 @@ TEST(HighScoreFile, ReadsAnyFileIntoTenRowsAndSavesTheCellsBack) {
       {"CR LF and CR line ends", "Ann\tHard\t5\r\nBo\tEasy\t4\rCy\tMedium\t3\r\n",
        "Ann\tHard\t5\nBo\tEasy\t4\nCy\tMedium\t3\n" + empty(7)},
       {"twelve lines", tableText(Rows(12, {"Zed", "Hard", "9"})), tableText(Rows(10, {"Zed", "Hard", "9"}))},
+      {"a name of a million letters", huge, huge},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
@@ -130,6 +139,34 @@ TEST(NameEntry, EnterPutsTheScoreInItsPlace) {
   }
 }
 
+// The name field keeps letters and digits with their combining marks, composed (NFC), at most
+// ten as the player sees them: a mark takes no place, goes with the letter before it and is
+// dropped with it; tabs and line ends never go in.
+TEST(NameEntry, NameFieldKeepsLettersWithTheirMarksComposed) {
+  const std::string e = "e\xcc\x81", eComposed = "\xc3\xa9";  // e and a combining acute; é
+  const std::string namaste = "\xe0\xa4\xa8\xe0\xa4\xae\xe0\xa4\xb8\xe0\xa5\x8d\xe0\xa4\xa4\xe0\xa5\x87";
+  std::string twelve, ten;
+  for (int i = 0; i < 12; ++i) twelve += e;
+  for (int i = 0; i < 10; ++i) ten += eComposed;
+  const std::pair<std::string, std::string> cases[] = {  // typed, kept
+      {"Zo" + e, "Zo" + eComposed},
+      {namaste, namaste},  // a virama and a vowel sign stay
+      {twelve, ten},
+      {"Ang" + e + "lique12", "Ang" + eComposed + "lique1"},
+      {"AnnMarieTq\xcc\x87x" + e, "AnnMarieTq\xcc\x87"},  // the tenth letter keeps its mark
+      {"\xcc\x81" "Ann\tBo\rCy", "AnnBoCy"},  // a mark with no letter before it
+      {"-\xcc\x81q\xcc\x87\xcc\xa3", "q\xcc\xa3\xcc\x87"},  // dropped with its letter; in canonical order
+  };
+  for (const auto& [typed, kept] : cases) {
+    SCOPED_TRACE(::testing::PrintToString(typed));
+    TemporaryFolder folder;
+    Game game(folder.path());
+    auto& entry = platform::implicitInstance<core::Congratulations>("Congratulations");
+    game.run("type Congratulations.NameField " + typed + "\n");
+    EXPECT_EQ(entry.control<platform::EditField>("NameField").Text(), kept);
+  }
+}
+
 // Through whole games: the field keeps what its mask lets in, ten at most; the second
 // qualifying game of a run offers the name entered at the first; the close box adds nothing
 // and keeps the file, and the next name entry is a new window that offers Name again.
@@ -156,17 +193,53 @@ TEST(NameEntry, QualifyingGamesInOneRun) {
   EXPECT_EQ(entry.control<platform::EditField>("NameField").Text(), "AnnMarietw");
 }
 
-// In a folder that takes no file, a whole game plays: the qualifying score enters the table in
-// memory and stays there, while the files on disk, if any, keep every byte, and no file is
-// left behind, also at the quit; a failed save is never shown.
+// Opens each named pipe of `paths` for writing, again and again, once the test has run a few
+// seconds, so that a reader blocked in its open goes on and the test fails instead of hanging.
+class UnblockPipesLater {
+ public:
+  explicit UnblockPipesLater(std::vector<std::string> paths)
+      : watchdog_([this, paths = std::move(paths)] {
+          std::unique_lock lock(mutex_);
+          auto wait = std::chrono::milliseconds(5000);
+          while (!ended_.wait_for(lock, wait, [this] { return done_; })) {
+            blocked_ = true;
+            for (const auto& path : paths) ::close(::open(path.c_str(), O_WRONLY | O_NONBLOCK));
+            wait = std::chrono::milliseconds(50);
+          }
+        }) {}
+  // Whether the pipes had to be opened.
+  bool end() {
+    {
+      const std::lock_guard lock(mutex_);
+      done_ = true;
+    }
+    ended_.notify_one();
+    watchdog_.join();
+    return blocked_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable ended_;
+  bool done_ = false;
+  std::atomic<bool> blocked_ = false;
+  std::thread watchdog_;
+};
+
+// In a folder that takes no file, or where something that is no regular file stands in each
+// file's place, a whole game plays: start-up reads what it can without waiting, the qualifying
+// score enters the table in memory and stays there, while what is on disk keeps every byte,
+// and no file is left behind, also at the quit; a failed save is never shown.
 TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
   Rows onDisk;
   for (const char* score : {"9", "8", "7", "6", "5", "4", "3", "2", "1", "0"}) onDisk.push_back({"P", "Easy", score});
-  enum class Kind { ReadOnlyWithFiles, FoldersInPlaceOfFiles };
+  enum class Kind { ReadOnlyWithFiles, FoldersInPlaceOfFiles, NamedPipes, LinksToDevZero };
   // before: the table at start.
   const struct { const char* what; Kind kind; Rows before; std::ptrdiff_t newRow; } cases[] = {
-      {"read-only with both files", Kind::ReadOnlyWithFiles, onDisk, 9},
-      {"a folder where each file should be", Kind::FoldersInPlaceOfFiles, defaultRows(), 0}};
+      {"a folder where each file should be", Kind::FoldersInPlaceOfFiles, defaultRows(), 0},
+      {"a named pipe where each file should be", Kind::NamedPipes, defaultRows(), 0},
+      {"a link to /dev/zero where each file should be", Kind::LinksToDevZero, defaultRows(), 0},
+      {"read-only with both files (last: it may skip)", Kind::ReadOnlyWithFiles, onDisk, 9}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     TemporaryFolder folder;
@@ -174,18 +247,24 @@ TEST(UnwritableFolder, GamePlaysAndTheTableKeepsTheNewRow) {
     for (const auto& [name, bytes] : files) {
       if (c.kind == Kind::ReadOnlyWithFiles) writeBytes(folder / name, bytes);
       if (c.kind == Kind::FoldersInPlaceOfFiles) std::filesystem::create_directory(folder / name);
+      if (c.kind == Kind::NamedPipes) {
+        ASSERT_EQ(::mkfifo((folder / name).c_str(), 0600), 0);
+      }
+      if (c.kind == Kind::LinksToDevZero) std::filesystem::create_symlink("/dev/zero", folder / name);
     }
     const Names entries = folderEntries(folder.path());
     const std::string settings = fileBytes(folder / kSettings), scores = fileBytes(folder / kScores);
     std::optional<Mount> readOnly;
-    if (c.kind != Kind::FoldersInPlaceOfFiles) {
+    if (c.kind == Kind::ReadOnlyWithFiles) {
       readOnly.emplace(folder.path());
       if (!readOnly->made()) GTEST_SKIP() << readOnly->why();
       const int probe = ::open((folder / "probe").c_str(), O_WRONLY | O_CREAT | O_EXCL, 0600);
       ASSERT_LT(probe, 0) << "the folder still takes files";
     }
 
+    UnblockPipesLater watchdog({folder / kSettings, folder / kScores});
     Game game(folder.path());
+    EXPECT_FALSE(watchdog.end()) << "start-up waited on a pipe";
     EXPECT_EQ(game.rows(), c.before);
     game.run(std::string("menu SoundSoundOff\n") + kRightAnswerAtEasy + "advance 90000\npress Enter\n");
     EXPECT_EQ(game.rows(), entered(c.before, c.newRow, {"", "Easy", "1"}));

@@ -35,6 +35,12 @@ bool isLetterOrDigit(std::string_view character) {
   return code && iswalnum_l(*code, unicodeLocale()) != 0;
 }
 
+bool isCombiningMark(std::string_view character) {
+  static const wctype_t combining = wctype_l("combining", unicodeLocale());
+  const auto code = decode(character);
+  return code && combining != 0 && iswctype_l(*code, combining, unicodeLocale()) != 0;
+}
+
 bool isDigit(std::string_view character) {
   return character.size() == 1 && character.front() >= '0' && character.front() <= '9';
 }

@@ -10,5 +10,8 @@ namespace corvalta::platform {
 [[nodiscard]] bool isLetterOrDigit(std::string_view character);
 [[nodiscard]] bool isDigit(std::string_view character);
 [[nodiscard]] bool isPrintable(std::string_view character);
+// A mark that combines with the character before it into what a reader sees as one: an accent,
+// a vowel sign, a virama.
+[[nodiscard]] bool isCombiningMark(std::string_view character);
 
 }  // namespace corvalta::platform

@@ -14,6 +14,8 @@
 namespace corvalta::platform {
 namespace {
 
+bool isDigitPlace(const std::string& place) { return place == "0" || place == "9" || place == "#"; }
+
 // Whether the user may type `character` at `position` of a field with `mask`. "A" takes a
 // letter or a digit of any script, "a" or "?" any printable character, "0", "9" and "#" a
 // digit; past the end of a mask nothing goes in. An empty mask takes everything. A tab or a
@@ -23,20 +25,28 @@ bool maskAdmits(std::string_view mask, std::int32_t position, std::string_view c
   if (position >= Len(mask)) return false;
   const std::string place = Mid(mask, position + 1, 1);
   if (place == "A") return isLetterOrDigit(character);
-  if (place == "0" || place == "9" || place == "#") return isDigit(character);
+  if (isDigitPlace(place)) return isDigit(character);
   return isPrintable(character);
 }
 
 // The characters of `text`, in order, that a field with `mask` and `limit` lets in when they
-// are typed one after the other into it, empty.
+// are typed one after the other into it, empty. A combining mark goes with the character
+// before it, if that was let in at a place that is not for a digit: it takes no place of the
+// mask and no count of the limit, so a letter with its accents is one letter to the mask as it
+// is to the player.
 std::vector<std::string> admittedCharacters(std::string_view mask, std::int32_t limit,
                                             std::string_view text) {
   std::vector<std::string> kept;
+  bool lastKept = false;
   for (std::int32_t i = 1; i <= Len(text); ++i) {
-    const auto length = static_cast<std::int32_t>(kept.size());
-    if (limit > 0 && length >= limit) break;
     std::string character = Mid(text, i, 1);
-    if (maskAdmits(mask, length, character)) kept.push_back(std::move(character));
+    const auto length = static_cast<std::int32_t>(kept.size());
+    if (isCombiningMark(character)) {
+      if (lastKept && !isDigitPlace(Mid(mask, length, 1))) kept.back() += character;
+      continue;
+    }
+    lastKept = !(limit > 0 && length >= limit) && maskAdmits(mask, length, character);
+    if (lastKept) kept.push_back(std::move(character));
   }
   return kept;
 }

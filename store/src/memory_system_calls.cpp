@@ -87,4 +87,41 @@ int MemorySystemCalls::mkdir(const std::string& path, mode_t /*mode*/) {
   return 0;
 }
 
+int MemorySystemCalls::fstat(int fd, struct stat& status) {
+  const Open* file = descriptor(fd);
+  if (file == nullptr) return failWith(EBADF);
+  return lstat(file->path, status);
+}
+
+int MemorySystemCalls::fchmod(int fd, mode_t /*mode*/) { return descriptor(fd) == nullptr ? failWith(EBADF) : 0; }
+
+int MemorySystemCalls::lstat(const std::string& path, struct stat& status) {
+  status = {};
+  if (folders_.contains(path)) {
+    status.st_mode = S_IFDIR | 0700;
+  } else if (files_.contains(path)) {
+    status.st_mode = S_IFREG | 0644;
+    status.st_size = static_cast<off_t>(files_.at(path).size());
+  } else {
+    return failWith(ENOENT);
+  }
+  return 0;
+}
+
+ssize_t MemorySystemCalls::readlink(const std::string& path, char* /*buffer*/, std::size_t /*size*/) {
+  return failWith(folders_.contains(path) || files_.contains(path) ? EINVAL : ENOENT);
+}
+
+int MemorySystemCalls::listFolder(const std::string& path, std::vector<std::string>& names) {
+  if (!folders_.contains(path)) return failWith(files_.contains(path) ? ENOTDIR : ENOENT);
+  names.clear();
+  const auto inFolder = [&](const std::string& entry) {
+    const std::filesystem::path at(entry);
+    if (entry != "/" && at.parent_path() == path) names.push_back(at.filename().string());
+  };
+  for (const auto& [file, bytes] : files_) inFolder(file);
+  for (const auto& folder : folders_) inFolder(folder);
+  return 0;
+}
+
 }  // namespace corvalta::store

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 
@@ -7,9 +8,18 @@
 namespace corvalta::store {
 
 FileContents readWholeFile(SystemCalls& calls, const std::string& path) {
-  const int fd = calls.open(path, O_RDONLY | O_CLOEXEC, 0);
+  // O_NONBLOCK: a named pipe in the file's place would otherwise hold the open until some
+  // writer comes, and the game would never start. A regular file ignores the flag.
+  const int fd = calls.open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0);
   if (fd < 0) {
     return {errno == ENOENT ? ReadStatus::Missing : ReadStatus::Unreadable, {}};
+  }
+  // Only a regular file holds stored text: a pipe, a device such as /dev/zero or a folder
+  // reads as a file that cannot be read.
+  struct stat status {};
+  if (calls.fstat(fd, status) != 0 || !S_ISREG(status.st_mode)) {
+    calls.close(fd);
+    return {ReadStatus::Unreadable, {}};
   }
   FileContents contents{ReadStatus::Read, {}};
   char buffer[4096];

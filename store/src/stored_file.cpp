@@ -10,6 +10,7 @@ StoredFile::StoredFile(SystemCalls& calls, std::string path)
     : calls_(&calls), path_(std::move(path)) {}
 
 TextInputStream StoredFile::OpenCreatingWith(std::string_view initialText) {
+  removeTemporariesOfKilledSaves(*calls_, path_);
   FileContents contents = readWholeFile(*calls_, path_);
   switch (contents.status) {
     case ReadStatus::Read:

@@ -43,6 +43,17 @@ class FaultySystemCalls final : public SystemCalls {
   }
   int unlink(const std::string& path) override { return fails("unlink") ? -1 : real().unlink(path); }
   int mkdir(const std::string& path, mode_t mode) override { return fails("mkdir") ? -1 : real().mkdir(path, mode); }
+  int fstat(int fd, struct stat& status) override { return fails("fstat") ? -1 : real().fstat(fd, status); }
+  int fchmod(int fd, mode_t mode) override { return fails("fchmod") ? -1 : real().fchmod(fd, mode); }
+  int lstat(const std::string& path, struct stat& status) override {
+    return fails("lstat") ? -1 : real().lstat(path, status);
+  }
+  ssize_t readlink(const std::string& path, char* buffer, std::size_t size) override {
+    return fails("readlink") ? -1 : real().readlink(path, buffer, size);
+  }
+  int listFolder(const std::string& path, std::vector<std::string>& names) override {
+    return fails("listFolder") ? -1 : real().listFolder(path, names);
+  }
 
  private:
   static SystemCalls& real() { return posixSystemCalls(); }

@@ -75,24 +75,106 @@ TEST(ReplaceWholeFile, LeavesExactlyTheNewBytesAndNoOtherFile) {
   }
 }
 
+// A save replaces the file that the name's links end in, in that file's folder, keeping the
+// links as they are and the file's permission bits; a file yet to be made gets the umask's.
+TEST(ReplaceWholeFile, KeepsLinksAndPermissionBits) {
+  // link: the link's text at the stored name, "" for none; target: the file behind, in the
+  // folder "dotfiles" beside the configuration folder; mode: before the save, 0 for no file.
+  const struct { const char *what, *link, *target; mode_t mode, modeAfter; } cases[] = {
+      {"read-only file", "", "config/corvalta.plist", 0444, 0444},
+      {"group-readable file", "", "config/corvalta.plist", 0640, 0640},
+      {"relative link", "../dotfiles/corvalta.plist", "dotfiles/corvalta.plist", 0600, 0600},
+      {"absolute link, read-only file", "<root>/dotfiles/synced.plist", "dotfiles/synced.plist", 0444, 0444},
+      {"link to a file yet to be made", "../dotfiles/corvalta.plist", "dotfiles/corvalta.plist", 0, 0644},
+  };
+  const mode_t umask = ::umask(022);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    TemporaryFolder root;
+    std::filesystem::create_directory(root / "config");
+    std::filesystem::create_directory(root / "dotfiles");
+    const std::string stored = root / "config/corvalta.plist";
+    if (c.mode != 0) {
+      writeBytes(root / c.target, "True\nEasy\n");
+      ::chmod((root / c.target).c_str(), c.mode);
+    }
+    std::string link = c.link;
+    if (link.rfind("<root>", 0) == 0) link = root.path().string() + link.substr(6);
+    if (!link.empty()) std::filesystem::create_symlink(link, stored);
+
+    EXPECT_TRUE(replaceWholeFile(posixSystemCalls(), stored, "False\nHard\n"));
+    EXPECT_EQ(fileBytes(root / c.target), "False\nHard\n");
+    struct stat status {};
+    ASSERT_EQ(::stat((root / c.target).c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, c.modeAfter);
+    EXPECT_EQ(link.empty() ? "" : std::filesystem::read_symlink(stored).string(), link);
+    EXPECT_EQ(folderEntries(root.path() / "config"), Names{"corvalta.plist"});
+    EXPECT_EQ(folderEntries(root.path() / "dotfiles"),
+              c.target == std::string("config/corvalta.plist") ? Names{} : Names{std::filesystem::path(c.target).filename()});
+  }
+  ::umask(umask);
+}
+
+// A start removes the temporary files of saves that were killed, beside the stored name and
+// beside the file its link points to, and nothing else: not those of a save that another
+// running process may have under way, not files that only look alike.
+TEST(StoredFile, StartRemovesWhatKilledSavesLeftAndNothingElse) {
+  const pid_t dead = ::fork();
+  if (dead == 0) ::_exit(0);
+  ::waitpid(dead, nullptr, 0);
+  const auto temporary = [](const std::string& name, pid_t pid) { return "." + name + "." + std::to_string(pid) + ".new"; };
+  TemporaryFolder root;
+  const std::filesystem::path config = root.path() / "config", dotfiles = root.path() / "dotfiles";
+  std::filesystem::create_directory(config);
+  std::filesystem::create_directory(dotfiles);
+  std::filesystem::create_symlink("../dotfiles/scores", config / kScores);
+  writeBytes(root / "dotfiles/scores", "Ann\tHard\t5\n");
+  const Names removed = {temporary(kScores, dead), temporary(kScores, ::getpid())};
+  const Names kept = {kScores, temporary(kScores, ::getppid()), temporary(kSettings, dead), "." + kScores + ".12x.new",
+                      "." + kScores + "..new", kScores + "." + std::to_string(dead) + ".new",
+                      "." + kScores + "." + std::to_string(dead) + ".old"};
+  for (const auto& name : removed) writeBytes(config / name, "x");
+  for (const auto& name : kept) if (name != kScores) writeBytes(config / name, "x");
+  writeBytes(dotfiles / temporary("scores", dead), "x");
+  writeBytes(dotfiles / temporary(kScores, dead), "x");
+
+  StoredFile file(posixSystemCalls(), config / kScores);
+  EXPECT_EQ(file.OpenCreatingWith("").ReadLine(), "Ann\tHard\t5");
+  Names expected = kept;
+  std::sort(expected.begin(), expected.end());
+  EXPECT_EQ(folderEntries(config), expected);
+  EXPECT_EQ(folderEntries(dotfiles), (Names{temporary(kScores, dead), "scores"}));
+}
+
 // A missing file is made with the initial text; a file that is there is read as it stands, up
 // to the size limit; one that is there but can't be read reads as the initial text and is never
 // replaced, because what it holds may be the user's data that a passing fault hid.
 TEST(StoredFile, ReadsWhatItCanAndNeverReplacesWhatItCouldNotRead) {
-  // before nullptr: no file; failingCall -1: none, 0: the open for reading, 1: the first read.
+  // before nullptr: no file; failingCall nullptr: none, else the first call of that name.
   const std::string big(kMaxStoredFileSize + 5000, 'x');
-  const struct { const char *what, *before; int failingCall; std::string firstLine; bool replaced; } cases[] = {
-      {"missing", nullptr, -1, "True", true},
-      {"longer than any stored file", big.c_str(), -1, big.substr(0, kMaxStoredFileSize), true},
-      {"open fails", "False\nHard\n", 0, "True", false},
-      {"read fails", "False\nHard\n", 1, "True", false},
+  const struct { const char *what, *before, *failingCall; std::string firstLine; bool replaced; } cases[] = {
+      {"missing", nullptr, nullptr, "True", true},
+      {"longer than any stored file", big.c_str(), nullptr, big.substr(0, kMaxStoredFileSize), true},
+      {"open fails", "False\nHard\n", "open", "True", false},
+      {"fstat fails", "False\nHard\n", "fstat", "True", false},
+      {"read fails", "False\nHard\n", "read", "True", false},
   };
+  FaultySystemCalls clean;
+  {
+    TemporaryFolder folder;
+    writeBytes(folder / kSettings, "True\n");
+    StoredFile(clean, folder / kSettings).OpenCreatingWith("");
+  }
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     TemporaryFolder folder;
     if (c.before != nullptr) writeBytes(folder / kSettings, c.before);
     FaultySystemCalls calls;
-    if (c.failingCall >= 0) calls.failCall(static_cast<std::size_t>(c.failingCall), EIO);
+    if (c.failingCall != nullptr) {
+      const auto at = std::find(clean.log().begin(), clean.log().end(), c.failingCall);
+      ASSERT_NE(at, clean.log().end());
+      calls.failCall(static_cast<std::size_t>(at - clean.log().begin()), EIO);
+    }
     StoredFile file(calls, folder / kSettings);
     TextInputStream in = file.OpenCreatingWith("True\nEasy\n");
     EXPECT_EQ(in.ReadLine(), c.firstLine);
@@ -180,7 +262,8 @@ TEST(FullDisk, EverySaveEndsSavedOrWithTheOldFileIntact) {
 }
 
 // A process killed at random moments during 1,000 saves that alternate two tables leaves the
-// file as one of the two whole tables: never a mixture, a truncated file or an empty one.
+// file as one of the two whole tables: never a mixture, a truncated file or an empty one; the
+// next start removes the temporary files that the killed saves left.
 TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
   TemporaryFolder folder;
   const std::string path = folder / kScores;
@@ -222,6 +305,8 @@ TEST(KilledSave, FileIsAlwaysOneOfTheTwoWholeTables) {
     ASSERT_TRUE(bytes == texts[0] || bytes == texts[1])
         << "after kill " << kills << " and " << completed << " saves: " << ::testing::PrintToString(bytes);
   }
+  StoredFile(posixSystemCalls(), path).OpenCreatingWith("");
+  EXPECT_EQ(folderEntries(folder.path()), Names{kScores}) << "the next start leaves no temporary file";
 }
 
 }  // namespace

@@ -24,6 +24,8 @@ TemporaryFolder::~TemporaryFolder() {
 
 std::string fileBytes(const std::filesystem::path& path) {
   if (std::filesystem::is_directory(path)) return "<folder>";
+  // Reading a named pipe or a device would block or never end.
+  if (std::filesystem::exists(path) && !std::filesystem::is_regular_file(path)) return "<no file>";
   std::ifstream in(path, std::ios::binary);
   if (!in) return "<missing>";
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};

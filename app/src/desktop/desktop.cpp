@@ -15,6 +15,9 @@
 #include <QApplication>
 #include <QMessageBox>
 
+#include "desktop_end.h"
+#include "one_game_per_folder.h"
+
 #include <cstdlib>
 
 namespace corvalta::app {
@@ -31,6 +34,11 @@ std::function<std::shared_ptr<platform::Random>()> randomSource() {
 }  // namespace
 
 int runDesktop(int argc, char** argv, const DesktopReady& ready) {
+  const std::string folder = store::configurationFolderPath(store::currentUserEnvironment());
+  OneGamePerFolder oneGame(folder);
+  if (!oneGame.first()) {
+    return 0;
+  }
   QApplication qt(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Corvalta"));
   QApplication::setApplicationVersion(QString::fromUtf8(platform::app_info::ShortVersion()));
@@ -52,8 +60,9 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   app.setObserver(&view);
   dialogs.setOwner([&view] { return view.topLevel("Window1"); });
 
-  Program program(app, {store::posixSystemCalls(),
-                        store::configurationFolderPath(store::currentUserEnvironment()),
+  oneGame.onLaterStart([&view] { bringToFront(view.topLevel("Window1")); });
+  const DesktopEnd desktopEnd(app);
+  Program program(app, {store::posixSystemCalls(), folder,
                         [] { return std::make_unique<platform::qt::QtTcpSocket>(); },
                         [](const std::string& text) {
                           QMessageBox::critical(nullptr, QStringLiteral("Corvalta"),

@@ -3,6 +3,8 @@
 #include <corvalta/platform/headless/script.h>
 #include <corvalta/platform/user_input.h>
 
+#include <QString>
+
 #include <charconv>
 #include <chrono>
 #include <sstream>
@@ -69,7 +71,9 @@ const CommandRegistration type("type", "type [WINDOW.]FIELD TEXT (the rest of th
                                [](Script& s, const std::string& a) {
   const auto [field, text] = firstWord(a);
   const Target t = target(s, field);
-  report(s, "type " + field, platform::typeText(s.app(), t.window, t.control, text));
+  // Composed as the desktop view hands typing over (NFC).
+  const std::string composed = QString::fromStdString(text).normalized(QString::NormalizationForm_C).toStdString();
+  report(s, "type " + field, platform::typeText(s.app(), t.window, t.control, composed));
 });
 
 const CommandRegistration key("key", "key Return [WINDOW]", [](Script& s, const std::string& a) {

@@ -259,7 +259,9 @@ QString toDisplayText(const std::string& text) {
 }
 
 std::string fromDisplayText(const QString& text) {
-  return QString(text).replace('\n', '\r').toStdString();
+  // Composed (NFC), so that a letter typed as a base and its combining accents is kept as the
+  // one character that other keyboards give: equal to it, and stored as it.
+  return text.normalized(QString::NormalizationForm_C).replace('\n', '\r').toStdString();
 }
 
 QWidget* makeControlWidget(std::string_view className, const PropertyList& properties,

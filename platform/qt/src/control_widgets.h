@@ -27,7 +27,7 @@ void showControlProperty(QWidget* widget, std::string_view className, std::strin
 // this gives it back to them once `focused` has the focus.
 void keepRadioButtonsTabStops(QWidget* focused);
 
-// Text of the view state (UTF-8, carriage return as line break) for Qt, and back.
+// Text of the view state (UTF-8, carriage return as line break) for Qt, and back, composed.
 QString toDisplayText(const std::string& text);
 std::string fromDisplayText(const QString& text);
 

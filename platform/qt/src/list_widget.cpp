@@ -44,6 +44,21 @@ std::vector<int> columnWidths(const QStringList& entries, int columns, int total
   return widths;
 }
 
+// A cell's text as the list shows it: a few hundred characters fill any column, and laying out
+// a megabyte of text, as a damaged file can put in a cell, took seconds and tens of megabytes
+// at every paint. The cell itself keeps its whole text.
+QString shownText(const std::string& cell) {
+  constexpr std::size_t kShownBytes = 512;
+  if (cell.size() <= kShownBytes) {
+    return QString::fromStdString(cell);
+  }
+  std::size_t end = kShownBytes;
+  while (end > 0 && (static_cast<unsigned char>(cell[end]) & 0xC0) == 0x80) {
+    --end;  // not inside a character's UTF-8 bytes
+  }
+  return QString::fromUtf8(cell.data(), static_cast<qsizetype>(end)) + QChar(0x2026);
+}
+
 }  // namespace
 
 ListWidget::ListWidget(QWidget* parent) : QTableWidget(parent) {
@@ -101,7 +116,7 @@ void ListWidget::showRows(const std::vector<std::vector<std::string>>& rows,
     const auto& cells = rows[static_cast<std::size_t>(row)];
     for (int column = 0; column < columnCount(); ++column) {
       const auto index = static_cast<std::size_t>(column);
-      const auto text = index < cells.size() ? QString::fromStdString(cells[index]) : QString();
+      const auto text = index < cells.size() ? shownText(cells[index]) : QString();
       auto* item = this->item(row, column);
       if (item == nullptr) {
         item = new QTableWidgetItem;

@@ -153,6 +153,13 @@ TEST_F(QtViewTest, UserInputGoesIntoTheState) {
   QTest::keyClicks(widget<QLineEdit>("Short"), "a-b+cd");
   EXPECT_EQ(window->control<EditField>("Short").Text(), "abc");
   EXPECT_EQ(widget<QLineEdit>("Short")->text(), "abc");
+  // A letter typed with a combining accent takes one place and is kept composed.
+  window->control<EditField>("Short").setText("");
+  QTest::keyClicks(widget<QLineEdit>("Short"), "Zoe");
+  QTest::sendKeyEvent(QTest::Click, widget<QLineEdit>("Short"), Qt::Key_unknown, QString::fromUtf8("\xcc\x81"),
+                      Qt::NoModifier);
+  QTest::keyClicks(widget<QLineEdit>("Short"), "x");
+  EXPECT_EQ(window->control<EditField>("Short").Text(), "Zo\xc3\xa9");
 
   QTest::keyClick(widget<QLineEdit>("Field"), Qt::Key_Return);
   QTest::keyClick(widget<QLineEdit>("Field"), Qt::Key_Escape);

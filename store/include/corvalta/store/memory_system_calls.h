@@ -10,7 +10,8 @@ namespace corvalta::store {
 
 // A file system kept in memory behind the same calls, for a program that must leave the
 // disk alone: the driver without a configuration folder, and tests. It knows plain files and
-// folders under "/", which is there from the start; errors are those of the POSIX calls.
+// folders under "/", which is there from the start, and no links; every file has the mode 0644
+// and keeps it; errors are those of the POSIX calls.
 class MemorySystemCalls final : public SystemCalls {
  public:
   MemorySystemCalls();
@@ -23,6 +24,11 @@ class MemorySystemCalls final : public SystemCalls {
   int rename(const std::string& from, const std::string& to) override;
   int unlink(const std::string& path) override;
   int mkdir(const std::string& path, mode_t mode) override;
+  int fstat(int fd, struct stat& status) override;
+  int fchmod(int fd, mode_t mode) override;
+  int lstat(const std::string& path, struct stat& status) override;
+  ssize_t readlink(const std::string& path, char* buffer, std::size_t size) override;
+  int listFolder(const std::string& path, std::vector<std::string>& names) override;
 
   // Every file by its path, with its bytes.
   [[nodiscard]] const std::map<std::string, std::string>& files() const { return files_; }

@@ -16,6 +16,7 @@ class StoredFile {
   // The file for reading. A missing file is first created holding `initialText`, and the
   // reading then goes over that text, so a first run has no path of its own, also when the
   // file can't be created. A file that is there but can't be read reads as `initialText` too.
+  // Temporary files that killed saves of this file left behind are removed first.
   TextInputStream OpenCreatingWith(std::string_view initialText);
 
   // Replaces the file with `text`; false leaves the file as it was. A file that was there

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace corvalta::store {
 
@@ -22,6 +24,13 @@ class SystemCalls {
   virtual int rename(const std::string& from, const std::string& to) = 0;
   virtual int unlink(const std::string& path) = 0;
   virtual int mkdir(const std::string& path, mode_t mode) = 0;
+  virtual int fstat(int fd, struct stat& status) = 0;
+  virtual int fchmod(int fd, mode_t mode) = 0;
+  // Of the path itself, not of what a symbolic link there points to.
+  virtual int lstat(const std::string& path, struct stat& status) = 0;
+  virtual ssize_t readlink(const std::string& path, char* buffer, std::size_t size) = 0;
+  // opendir and readdir: the names in the folder, without "." and "..".
+  virtual int listFolder(const std::string& path, std::vector<std::string>& names) = 0;
 };
 
 // The operating system's own calls.

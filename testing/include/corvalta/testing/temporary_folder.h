@@ -22,7 +22,8 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
-// The file's bytes; "<missing>" when there is no file, "<folder>" for a folder.
+// The file's bytes; "<missing>" when there is no file, "<folder>" for a folder, "<no file>" for
+// anything else that is no regular file (a named pipe, a device).
 std::string fileBytes(const std::filesystem::path& path);
 void writeBytes(const std::filesystem::path& path, const std::string& bytes);
 // The names in the folder, sorted.
