@@ -91,6 +91,7 @@ TEST(WindowRecords, DecodedValuesMatchTheWindowTables) {
       {"Window1", "", "MaxWidth", 32000},
       {"updateWindow", "", "Frame", 1},
       // Controls: their rows over the values all controls share.
+      {"Window1", "Afield", "Left", 20},
       {"Window1", "SubAnswer2", "Alignment", 2},
       {"Window1", "Answer", "TextFont", std::string("Arial")},
       {"Window1", "Medium", "InitialParent", std::string("GroupBox1")},
