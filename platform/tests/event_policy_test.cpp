@@ -82,7 +82,7 @@ class EventPolicyTest : public ::testing::Test {
   std::vector<std::string> log;
 };
 
-// The same, once for each value of a flag.
+// The same window, played with the timer restarted inside the waiting handler (true) or not.
 class HeldEvents : public EventPolicyTest, public ::testing::WithParamInterface<bool> {};
 
 // Ticks and clicks that fall due while a handler waits for a sound are held, in order, and
@@ -95,7 +95,10 @@ TEST_P(HeldEvents, WaitForSoundHoldsTicksAndInputUntilTheHandlerReturns) {
   main->control<PushButton>("Go").installHandler("Action", [&] {
     note("go");
     playAndWait([this] { return sound; });
-    if (restart) ticker.setMode(0), ticker.setMode(2);
+    if (restart) {
+      ticker.setMode(0);
+      ticker.setMode(2);
+    }
     note("go-end");
   });
   services.loop.callAt(headless::HeadlessEventLoop::start() + 2500ms, [this] {
