@@ -8,10 +8,10 @@ set -euo pipefail
 
 build=(cmake ninja-build g++ pkg-config qt6-base-dev libsdl2-dev libgl-dev fonts-liberation
        librsvg2-bin)
-test_extra=(libgtest-dev libgmock-dev clang libclang-rt-14-dev nginx-light xvfb xauth
+test_extra=(libgtest-dev libgmock-dev clang libclang-rt-14-dev clang-format nginx-light xvfb xauth
             pulseaudio pulseaudio-utils sox curl python3
             desktop-file-utils appstream x11-apps x11-utils netpbm qt6-gtk-platformtheme
-            xdotool dbus-daemon at-spi2-core python3-pyatspi)
+            xdotool dbus-daemon at-spi2-core python3-pyatspi openbox mmdebstrap lintian)
 package_extra=(dpkg-dev file)
 
 case "${1:-}" in

@@ -1,163 +1,135 @@
-// Figures for the HTTP client, side by side with curl against the same nginx in the same run:
-// time per request over sequential GETs (a new connection each), throughput of a 1 GiB download
-// to a file, the client's resident memory during that download, and header parsing time by
-// block size. Files live in a temporary folder that is removed at the end. Build it in release
-// mode for figures that mean anything.
+// Figures for the HTTP client as it ships: corvalta-http beside curl, each figure from a fresh
+// process of each, both fetching from the same local nginx in the same run, so that neither
+// inherits an allocator that another measurement has shaped. It prints time per small GET (a
+// new connection each), then for 1 GiB to a file, to /dev/null and to memory the throughput
+// and the peak resident memory (from wait4), with the ratios; and the header parser's time per
+// line. The files live in a temporary folder, removed at the end. It asserts nothing; build it
+// in release mode for figures that mean anything.
 #include "internet_headers_access.h"
 
-#include <corvalta/net/http_socket.h>
-#include <corvalta/platform/qt/qt_event_loop.h>
-#include <corvalta/platform/qt/qt_tcp_socket.h>
 #include <corvalta/testing/nginx_server.h>
+#include <corvalta/testing/temporary_folder.h>
 
-#include <QCoreApplication>
-
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <string>
+#include <vector>
+
+extern char** environ;
 
 namespace {
 
-using corvalta::net::HTTPSocket;
 using Clock = std::chrono::steady_clock;
 
-constexpr int kRequests = 1000;
-constexpr std::int64_t kLargeBytes = std::int64_t{1} << 30;
+constexpr int kSmallRequests = 1000;
+constexpr std::uintmax_t kLargeBytes = std::uintmax_t{1} << 30;
 
-double secondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
+struct Run {
+  double seconds = 0;
+  double peakMiB = 0;
+  bool ok = false;
+};
 
-double runCommand(const std::string& command) {
+// Runs a program with its standard output going to `output`, and waits for it.
+Run run(const std::vector<std::string>& arguments, const std::string& output = "/dev/null") {
+  std::vector<char*> argv;
+  for (const std::string& argument : arguments) {
+    argv.push_back(const_cast<char*>(argument.c_str()));
+  }
+  argv.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(),
+                                   O_WRONLY | O_CREAT | O_TRUNC, 0644);
   const auto start = Clock::now();
-  if (std::system(command.c_str()) != 0) {
-    std::cerr << "failed: " << command << "\n";
+  pid_t pid = 0;
+  Run result;
+  if (posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ) == 0) {
+    int status = 0;
+    rusage usage{};
+    ::wait4(pid, &status, 0, &usage);
+    result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
+    result.peakMiB = static_cast<double>(usage.ru_maxrss) / 1024;
+    result.ok = WIFEXITED(status) && WEXITSTATUS(status) == 0;
   }
-  return secondsSince(start);
-}
-
-long residentKiB() {
-  std::ifstream statm("/proc/self/statm");
-  long pages = 0;
-  long resident = 0;
-  statm >> pages >> resident;
-  return resident * (sysconf(_SC_PAGESIZE) / 1024);
-}
-
-// A request by hand on a blocking socket: what the machine and nginx cost without any client.
-void plainGet(int port, const std::string& request) {
-  const int fd = ::socket(AF_INET, SOCK_STREAM, 0);
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<std::uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (::connect(fd, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0) {
-    ::send(fd, request.data(), request.size(), 0);
-    char buffer[4096];
-    while (::recv(fd, buffer, sizeof buffer, 0) > 0) {
-    }
+  posix_spawn_file_actions_destroy(&actions);
+  if (!result.ok) {
+    std::fprintf(stderr, "failed: %s\n", arguments.front().c_str());
   }
-  ::close(fd);
+  return result;
 }
 
-void benchRequests(const corvalta::testing::NginxServer& nginx,
-                   corvalta::platform::EventLoop& loop, const std::filesystem::path& folder) {
+void benchSmallRequests(const std::string& tool, const corvalta::testing::NginxServer& nginx,
+                        const std::filesystem::path& folder) {
   const std::string url = nginx.url("/small.html");
-  HTTPSocket http(std::make_unique<corvalta::platform::qt::QtTcpSocket>(), loop);
-  auto start = Clock::now();
-  for (int i = 0; i < kRequests; ++i) {
-    if (http.Get(url, 10).empty()) {
-      std::cerr << "empty page from nginx\n";
-      return;
+  const auto config = folder / "curl.conf";
+  {
+    std::ofstream out(config);
+    for (int i = 0; i < kSmallRequests; ++i) {
+      out << "url = \"" << url << "\"\noutput = \"/dev/null\"\n";
     }
   }
-  const double ours = secondsSince(start);
-
-  start = Clock::now();
-  const std::string request = "GET /small.html HTTP/1.0\r\nHost: 127.0.0.1\r\n\r\n";
-  for (int i = 0; i < kRequests; ++i) {
-    plainGet(nginx.port(), request);
-  }
-  const double plain = secondsSince(start);
-
-  std::ofstream config(folder / "curl.conf");
-  for (int i = 0; i < kRequests; ++i) {
-    config << "url = \"" << url << "\"\noutput = \"/dev/null\"\n";
-  }
-  config.close();
-  const double curl = runCommand("curl -s --http1.0 -H 'Connection: close' -K " +
-                                 (folder / "curl.conf").string());
-
-  std::printf("%d sequential GETs of a small page, a new connection each (us per request)\n",
-              kRequests);
-  std::printf("  HTTPSocket (waiting Get)   %8.1f\n", ours * 1e6 / kRequests);
-  std::printf("  curl, one process          %8.1f\n", curl * 1e6 / kRequests);
-  std::printf("  plain blocking socket      %8.1f\n", plain * 1e6 / kRequests);
+  const Run ours = run({tool, "--repeat", std::to_string(kSmallRequests), url});
+  const Run curl = run({"curl", "-s", "--http1.0", "-K", config.string()});
+  std::printf("%d GETs of a small page, a new connection each, in one process\n",
+              kSmallRequests);
+  std::printf("  %-24s %18s %18s %11s\n", "", "corvalta-http", "curl", "time ratio");
+  std::printf("  %-24s %18.1f %18.1f %11.2f\n", "us per GET",
+              ours.seconds * 1e6 / kSmallRequests, curl.seconds * 1e6 / kSmallRequests,
+              ours.seconds / curl.seconds);
 }
 
-void benchDownload(const corvalta::testing::NginxServer& nginx,
-                   corvalta::platform::qt::QtEventLoop& loop, const std::filesystem::path& folder) {
+void printLargeHeader() {
+  std::printf("\n1 GiB from nginx: throughput and peak resident memory\n");
+  std::printf("  %-24s %18s %18s\n", "", "corvalta-http", "curl");
+  std::printf("  %-24s %9s %8s %9s %8s %11s %9s\n", "", "GB/s", "MiB", "GB/s", "MiB",
+              "GB/s ratio", "MiB more");
+}
+
+void printLarge(const char* what, const Run& ours, const Run& curl) {
+  const double bytes = static_cast<double>(kLargeBytes);
+  std::printf("  %-24s %9.2f %8.1f %9.2f %8.1f %11.2f %+9.1f\n", what,
+              bytes / ours.seconds / 1e9, ours.peakMiB, bytes / curl.seconds / 1e9, curl.peakMiB,
+              curl.seconds / ours.seconds, ours.peakMiB - curl.peakMiB);
+}
+
+// Each download's file is removed, and the disk given its turn, before the next one starts.
+Run toFile(const std::vector<std::string>& command, const std::filesystem::path& file) {
+  ::sync();
+  const Run result = run(command);
+  if (std::filesystem::file_size(file) != kLargeBytes) {
+    std::fprintf(stderr, "incomplete download: %s\n", file.c_str());
+  }
+  std::filesystem::remove(file);
+  ::sync();
+  return result;
+}
+
+void benchLargeDownloads(const std::string& tool, const corvalta::testing::NginxServer& nginx,
+                         const std::filesystem::path& folder) {
   const std::string url = nginx.url("/large.bin");
+  printLargeHeader();
   const auto ourFile = folder / "ours.bin";
   const auto curlFile = folder / "curl.bin";
-
-  HTTPSocket http(std::make_unique<corvalta::platform::qt::QtTcpSocket>(), loop);
-  long lowest = 0;
-  long highest = 0;
-  std::int64_t nextSample = 64 << 20;
-  long pieces = 0;
-  http.events.ReceiveProgress = [&](std::int64_t soFar, std::int64_t, const std::string&) {
-    ++pieces;
-    if (soFar >= nextSample) {
-      const long now = residentKiB();
-      lowest = lowest == 0 ? now : std::min(lowest, now);
-      highest = std::max(highest, now);
-      nextSample += 64 << 20;
-    }
-  };
-  bool done = false;
-  http.events.DownloadComplete = [&](auto&&...) {
-    done = true;
-    loop.wake();
-  };
-  http.events.Error = [&](std::int32_t code) {
-    std::cerr << "download failed: " << code << "\n";
-    done = true;
-    loop.wake();
-  };
-  const auto start = Clock::now();
-  http.Get(url, ourFile);
-  loop.waitUntil([&] { return done; }, {});
-  const double ours = secondsSince(start);
-  const auto ourSize = std::filesystem::file_size(ourFile);
-  std::filesystem::remove(ourFile);
-
-  const double curl = runCommand("curl -s --http1.0 -o " + curlFile.string() + " " + url);
-  std::filesystem::remove(curlFile);
-
-  // The ceiling: the same bytes written to a file in 256 KiB pieces with no network at all.
-  const auto plainFile = folder / "plain.bin";
-  const double plain = runCommand("dd if=" + (folder / "large.bin").string() + " of=" +
-                                  plainFile.string() + " bs=256K status=none");
-  std::filesystem::remove(plainFile);
-
-  std::printf("\n1 GiB download to a file (GB/s)\n");
-  std::printf("  HTTPSocket                 %8.2f   (%s)\n", double(ourSize) / ours / 1e9,
-              ourSize == std::uint64_t(kLargeBytes) ? "complete" : "INCOMPLETE");
-  std::printf("  curl                       %8.2f\n", double(kLargeBytes) / curl / 1e9);
-  std::printf("  file copy alone (dd)       %8.2f\n", double(kLargeBytes) / plain / 1e9);
-  std::printf("  HTTPSocket / curl          %8.2f\n", curl / ours);
-  std::printf("  HTTPSocket pieces read: %ld, %.0f KiB on average\n", pieces,
-              double(ourSize) / double(std::max(pieces, 1L)) / 1024);
-  std::printf("  client resident memory, sampled every 64 MiB: %ld to %ld KiB\n", lowest, highest);
+  const Run oursToFile = toFile({tool, "-o", ourFile.string(), url}, ourFile);
+  const Run curlToFile = toFile({"curl", "-s", "--http1.0", "-o", curlFile.string(), url}, curlFile);
+  printLarge("to a file", oursToFile, curlToFile);
+  printLarge("to /dev/null", run({tool, "-o", "/dev/null", url}),
+             run({"curl", "-s", "--http1.0", "-o", "/dev/null", url}));
+  // The tool keeps a page without -o in memory and prints it at the end; curl has no such
+  // mode, and writes to its standard output as the bytes come.
+  const Run oursToMemory = run({tool, url});
+  printLarge("to memory (curl: stdout)", oursToMemory, run({"curl", "-s", "--http1.0", url}));
+  std::printf("  %-24s %9s %8.3f x the body\n", "", "",
+              oursToMemory.peakMiB / static_cast<double>(kLargeBytes >> 20));
 }
 
 void benchHeaderParsing() {
@@ -176,45 +148,35 @@ void benchHeaderParsing() {
         corvalta::net::InternetHeaders headers;
         corvalta::net::InternetHeadersAccess::ParseHeaders(headers, block);
       }
-      return secondsSince(start) * 1e9 / rounds / lines;
+      return std::chrono::duration<double>(Clock::now() - start).count() * 1e9 / rounds / lines;
     };
     std::printf("  %5d    %14.0f    %8.0f\n", lines, perLine(distinct), perLine(same));
   }
 }
 
-std::filesystem::path makeFolder() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "corvalta-bench-XXXXXX").string();
-  if (::mkdtemp(pattern.data()) == nullptr) {
-    std::perror("mkdtemp");
-    std::exit(1);
+void writeFiles(const std::filesystem::path& folder) {
+  std::ofstream(folder / "small.html") << "<html><body>" << std::string(200, 'x')
+                                       << "</body></html>\n";
+  std::ofstream large(folder / "large.bin", std::ios::binary);
+  std::string block(1 << 20, '\0');
+  for (std::size_t i = 0; i < block.size(); ++i) {
+    block[i] = static_cast<char>(i * 7919 % 251);
   }
-  return pattern;
+  for (std::uintmax_t written = 0; written < kLargeBytes; written += block.size()) {
+    large << block;
+  }
 }
 
 }  // namespace
 
-int main(int argc, char* argv[]) {
-  QCoreApplication application(argc, argv);
-  const std::filesystem::path folder = makeFolder();
+int main() {
+  const corvalta::testing::TemporaryFolder folder;
+  writeFiles(folder.path());
   {
-    std::ofstream(folder / "small.html") << "<html><body>" << std::string(200, 'x')
-                                         << "</body></html>\n";
-    std::ofstream large(folder / "large.bin", std::ios::binary);
-    std::string block(1 << 20, '\0');
-    for (std::size_t i = 0; i < block.size(); ++i) {
-      block[i] = static_cast<char>(i * 7919 % 251);
-    }
-    for (std::int64_t written = 0; written < kLargeBytes; written += std::int64_t(block.size())) {
-      large << block;
-    }
-  }
-  {
-    corvalta::testing::NginxServer nginx(folder);
-    corvalta::platform::qt::QtEventLoop loop;
-    benchRequests(nginx, loop, folder);
-    benchDownload(nginx, loop, folder);
+    const corvalta::testing::NginxServer nginx(folder.path());
+    benchSmallRequests(CORVALTA_HTTP_TOOL, nginx, folder.path());
+    benchLargeDownloads(CORVALTA_HTTP_TOOL, nginx, folder.path());
   }
   benchHeaderParsing();
-  std::filesystem::remove_all(folder);
   return 0;
 }

@@ -50,7 +50,8 @@ void HTTPSocket::Post(const std::string& url, const std::filesystem::path& file)
 void HTTPSocket::GetHeaders(const std::string& url) { startAsync(url, kHead, std::nullopt); }
 
 std::string HTTPSocket::Get(const std::string& url, std::int32_t timeLimitSeconds) {
-  return startWaiting(url, kGet, std::nullopt, timeLimitSeconds) ? pageBuffer_ : std::string();
+  return startWaiting(url, kGet, std::nullopt, timeLimitSeconds) ? std::exchange(pageBuffer_, {})
+                                                                 : std::string();
 }
 
 bool HTTPSocket::Get(const std::string& url, const std::filesystem::path& file,
@@ -59,7 +60,8 @@ bool HTTPSocket::Get(const std::string& url, const std::filesystem::path& file,
 }
 
 std::string HTTPSocket::Post(const std::string& url, std::int32_t timeLimitSeconds) {
-  return startWaiting(url, kPost, std::nullopt, timeLimitSeconds) ? pageBuffer_ : std::string();
+  return startWaiting(url, kPost, std::nullopt, timeLimitSeconds) ? std::exchange(pageBuffer_, {})
+                                                                  : std::string();
 }
 
 bool HTTPSocket::Post(const std::string& url, const std::filesystem::path& file,
@@ -87,13 +89,13 @@ bool HTTPSocket::startWaiting(const std::string& url, const std::string& method,
   if (!DoConnect(url, method, file)) {
     return true;
   }
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   WaitForPage();
   return guard.alive();
 }
 
 void HTTPSocket::Close() {
-  ++attempt_;
+  liveness_.nextAttempt();
   requestActive_ = false;
   connectionValid_ = false;
   socket_->Close();
@@ -149,13 +151,13 @@ void HTTPSocket::ParseURL(const std::string& url) {
 // Returns false if it failed before connecting (the error has been reported).
 bool HTTPSocket::DoConnect(const std::string& url, const std::string& method,
                            const std::optional<std::filesystem::path>& file) {
-  ++attempt_;
+  liveness_.nextAttempt();
   socket_->Close();
   socket_->Purge();
   requestActive_ = true;
   connectionEnded_ = false;
   unreadHead_.clear();
-  searchedUpTo_ = 0;
+  headerSearch_.reset();
   mErrorCode_ = 0;
   ParseURL(url);
   processingURL_ = url;

@@ -79,7 +79,7 @@ bool HTTPSocket::SetAuthentication() {
   std::string password;
   bool answer = false;
   if (events.AuthenticationRequired) {
-    const Guard guard(*this);
+    const auto guard = liveness_.token();
     const auto handler = events.AuthenticationRequired;
     answer = handler(Headers(pageHeaders_), name, password);
     if (!guard.holds()) {

@@ -7,7 +7,6 @@
 
 namespace corvalta::net {
 
-using detail::findHeaderBlockEnd;
 using detail::leadingInteger;
 using detail::lineEndOf;
 using platform::NetworkError;
@@ -36,7 +35,7 @@ void HTTPSocket::EventDataAvailable() {
   if (!requestActive_) {
     return;
   }
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   HandleNewData();
   if (guard.alive()) {
     loop_.wake();
@@ -49,7 +48,7 @@ void HTTPSocket::EventError() {
   if (!requestActive_) {
     return;
   }
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   const bool wasConnected = std::exchange(connectionValid_, false);
   if (wasConnected) {
     connectionEnded_ = true;
@@ -70,7 +69,7 @@ void HTTPSocket::HandleNewData() {
     return;
   }
   threadProtection_ = true;
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   while (guard.alive() && requestActive_ && advance()) {
   }
   if (guard.alive()) {
@@ -85,7 +84,7 @@ bool HTTPSocket::advance() {
     return takeHeaderBlock();
   }
   if (socket_->BytesAvailable() > 0) {
-    ProcessData(socket_->ReadAll());
+    readBody();
     return true;
   }
   if (connectionEnded_) {
@@ -95,8 +94,12 @@ bool HTTPSocket::advance() {
 }
 
 bool HTTPSocket::takeHeaderBlock() {
-  unreadHead_ += socket_->ReadAll();
-  const auto end = findHeaderBlockEnd(unreadHead_, searchedUpTo_);
+  const std::size_t held = unreadHead_.size();
+  unreadHead_.resize_and_overwrite(held + socket_->BytesAvailable(),
+                                   [this, held](char* bytes, std::size_t size) {
+                                     return held + socket_->Read({bytes + held, size - held});
+                                   });
+  const auto end = headerSearch_.find(unreadHead_);
   if (end && end->position <= kMaxHeaderBlockBytes) {
     takeAsHeaderBlock(end->position, 2 * end->lineEnd);
     return true;
@@ -105,8 +108,6 @@ bool HTTPSocket::takeHeaderBlock() {
     SetError(platform::code(NetworkError::HeaderBlockTooLong));
     return false;
   }
-  // The last three bytes may begin an end that the next piece completes.
-  searchedUpTo_ = unreadHead_.size() < 3 ? 0 : unreadHead_.size() - 3;
   if (!connectionEnded_) {
     return false;
   }
@@ -125,9 +126,9 @@ void HTTPSocket::takeAsHeaderBlock(std::size_t length, std::size_t skip) {
   std::string rest = unreadHead_.substr(length + skip);
   unreadHead_.resize(length);
   ParseHeaders(std::exchange(unreadHead_, {}));
-  searchedUpTo_ = 0;
+  headerSearch_.reset();
   if (httpStatusCode_ == 401) {
-    const Guard guard(*this);
+    const auto guard = liveness_.token();
     const bool retry = SetAuthentication();
     if (!guard.holds()) {
       return;
@@ -142,8 +143,14 @@ void HTTPSocket::takeAsHeaderBlock(std::size_t length, std::size_t skip) {
   if (!synchronous_ && !fire(events.HeadersReceived, Headers(pageHeaders_), httpStatusCode_)) {
     return;
   }
+  reservePage();
   // Even with nothing behind the headers yet: the first progress report may carry no data.
-  ProcessData(rest);
+  if (downloadStream_ == nullptr && httpAction_ != kHead) {
+    pageBuffer_.append(rest);
+    ProcessData(pageBuffer_);
+  } else {
+    ProcessData(rest);
+  }
 }
 
 void HTTPSocket::ParseHeaders(std::string text) {
@@ -164,16 +171,52 @@ void HTTPSocket::ParseHeaders(std::string text) {
   }
 }
 
-// The body's length is never checked against "Content-length": a page is what came before the
-// connection ended.
-void HTTPSocket::ProcessData(const std::string& data) {
+// Room for the whole announced page at once, if the announcement is believable and the memory
+// is there; otherwise the page grows as it comes.
+void HTTPSocket::reservePage() {
+  if (downloadStream_ != nullptr || httpAction_ == kHead || totalLength_ <= 0) {
+    return;
+  }
+  try {
+    pageBuffer_.reserve(std::min(static_cast<std::size_t>(totalLength_), kMaxPageReserveBytes));
+  } catch (const std::bad_alloc&) {
+    // Then it grows as it comes, for as long as the memory lasts.
+  }
+}
+
+// One piece of the body, read where it belongs: onto the end of the page, which grows without
+// being filled first, or into the piece buffer on its way to the file. Each byte is copied once
+// out of the socket's buffer and nowhere else.
+void HTTPSocket::readBody() {
+  if (downloadStream_ == nullptr && httpAction_ != kHead) {
+    const std::size_t held = pageBuffer_.size();
+    // What the socket holds, or more if the page has the room anyway: the socket may have
+    // received more since it counted.
+    const std::size_t room =
+        std::max(socket_->BytesAvailable(), std::min(kPieceBytes, pageBuffer_.capacity() - held));
+    pageBuffer_.resize_and_overwrite(held + room,
+                                     [this, held](char* bytes, std::size_t size) {
+                                       return held + socket_->Read({bytes + held, size - held});
+                                     });
+    ProcessData(std::string_view(pageBuffer_).substr(held));
+    return;
+  }
+  if (piece_ == nullptr) {
+    piece_ = std::make_unique_for_overwrite<char[]>(kPieceBytes);
+  }
+  ProcessData({piece_.get(), socket_->Read({piece_.get(), kPieceBytes})});
+}
+
+// `data` is the new piece of the body; when the page is kept in memory, it already ends the
+// page. The body's length is never checked against "Content-length": a page is what came
+// before the connection ended.
+void HTTPSocket::ProcessData(std::string_view data) {
   if (httpAction_ == kHead) {
     return;
   }
   currentLength_ += static_cast<std::int64_t>(data.size());
-  if (downloadStream_ == nullptr) {
-    pageBuffer_ += data;
-  } else if (std::fwrite(data.data(), 1, data.size(), downloadStream_) != data.size()) {
+  if (downloadStream_ != nullptr &&
+      std::fwrite(data.data(), 1, data.size(), downloadStream_) != data.size()) {
     SetError(platform::code(NetworkError::DownloadWriteFailed));
     return;
   }
@@ -194,13 +237,14 @@ void HTTPSocket::ProcessPage() {
   if (httpAction_ == kHead || synchronous_) {
     return;
   }
-  // Copies: a handler that starts the next request changes the members under it.
+  // Ours alone: a handler that starts the next request changes the members under it. The page
+  // is moved, not copied, so that a large one isn't held twice.
   const std::string url = processingURL_;
   const Headers headers = pageHeaders_;
   if (toFile) {
     fire(events.DownloadComplete, url, httpStatusCode_, headers, *file);
   } else {
-    fire(events.PageReceived, url, httpStatusCode_, headers, std::string(pageBuffer_));
+    fire(events.PageReceived, url, httpStatusCode_, headers, std::exchange(pageBuffer_, {}));
   }
 }
 
@@ -212,7 +256,7 @@ void HTTPSocket::ResetVariables() {
   currentLength_ = 0;
   pageComplete_ = false;
   unreadHead_.clear();
-  searchedUpTo_ = 0;
+  headerSearch_.reset();
 }
 
 // Makes the file, or empties the one there, and opens it for the body. A folder, a path that
@@ -260,7 +304,7 @@ void HTTPSocket::SetError(std::int32_t code) {
 // Sleeps in the event loop until the request ends. The time limit counts silence: it starts
 // again when the connection comes up or goes down and when the page in memory grows.
 void HTTPSocket::WaitForPage() {
-  const Guard guard(*this);
+  const auto guard = liveness_.token();
   const auto limit = std::chrono::seconds(timeoutSeconds_);
   auto deadline = loop_.now() + limit;
   bool lastConnection = false;

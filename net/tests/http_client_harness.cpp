@@ -23,9 +23,9 @@ void EventLog::attach(HTTPSocket& http) {
     add("HeadersReceived " + std::to_string(status) + " " + describe(headers));
   };
   http.events.ReceiveProgress = [this](std::int64_t soFar, std::int64_t expected,
-                                       const std::string& data) {
+                                       std::string_view data) {
     add("ReceiveProgress " + std::to_string(soFar) + "/" + std::to_string(expected) + " '" +
-        data + "'");
+        std::string(data) + "'");
   };
   http.events.PageReceived = [this](const std::string& url, std::int32_t status,
                                     const Headers& headers, const std::string& content) {

@@ -180,6 +180,32 @@ TEST(HTTPSocketEventsTest, EventsInOrder) {
   }
 }
 
+// With LF headers and CR LF CR LF in the body, the header block ends at the first empty line
+// unless the piece that completes it also holds the body's CR LF CR LF: the bytes then count as
+// CR LF ones, and their own line end written twice is searched first.
+TEST(HTTPSocketEventsTest, MixedLineEndsInPiecesOfEverySize) {
+  const std::string response = "HTTP/1.0 200 OK\nA: b\n\nx\r\n\r\ny";
+  const std::size_t headersEnd = response.find("\n\n") + 2;
+  const std::size_t bodyEnd = response.find("\r\n\r\n") + 4;
+  for (std::size_t size = 1; size <= response.size(); ++size) {
+    std::vector<std::string> pieces;
+    for (std::size_t at = 0; at < response.size(); at += size) {
+      pieces.push_back(response.substr(at, size));
+    }
+    const std::size_t firstSeen = std::min(response.size(), (headersEnd + size - 1) / size * size);
+    const bool bodyEndWins = firstSeen >= bodyEnd;
+    FakeClient client;
+    client.http->Get("http://h/p");
+    client.answer(pieces);
+    const std::string headers =
+        bodyEndWins ? "[HTTP/1.0 200 OK\nA: b\n\nx]" : "[HTTP/1.0 200 OK\nA: b]";
+    const std::string page = bodyEndWins ? "'y'" : "'x\r\n\r\ny'";
+    EXPECT_EQ(client.log.lines[1], "HeadersReceived 200 " + headers) << size;
+    EXPECT_EQ(client.log.lines.back(), "PageReceived http://h/p 200 " + headers + " " + page)
+        << size;
+  }
+}
+
 // A 401 asks for credentials; given, the same request goes out again on a new connection with
 // them, once; refused, the 401 is the page.
 TEST(HTTPSocketEventsTest, AuthenticationChallenges) {

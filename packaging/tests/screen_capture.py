@@ -43,11 +43,12 @@ class Image:
 
 
 @contextlib.contextmanager
-def x_server():
-    """An Xvfb on a free display number; yields the display name and stops it by its PID."""
+def x_server(prefix=()):
+    """An Xvfb on a free display number, started through PREFIX (a chroot, say); yields the
+    display name and stops it by its PID."""
     read_end, write_end = os.pipe()
     server = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1000x24",
+        [*prefix, "Xvfb", "-displayfd", str(write_end), "-screen", "0", "1600x1000x24",
          "-nolisten", "tcp", "-noreset"],
         pass_fds=(write_end,), stderr=subprocess.DEVNULL)
     os.close(write_end)

@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """Contract: the main window, in a light and a dark desktop style and at twice the scale, shows
 each caption, and once Return has started a game each number of the problem, in strong contrast
-to what lies behind it; at scale 2 it takes exactly twice the room with its text drawn anew
-rather than enlarged. Both looks are saved as PNG in the given folder."""
+to what lies behind it, and the chosen level's dot at 3:1 against its ring; at scale 2 it takes
+exactly twice the room with its text drawn anew rather than enlarged. Both looks are saved as PNG in the given folder."""
 import collections
 import pathlib
 import sys
@@ -28,7 +28,7 @@ IDLE_TEXTS = {
     "Countdown": (208, 224, 110, 20),
     "Time": (243, 243, 40, 30),
     "High Scores": (370, 16, 210, 20),
-    "Clear Scores": (425, 211, 100, 20),
+    "Clear Scores": (425, 222, 100, 20),
     "GamePoints": (358, 279, 42, 20),
     "Points This Game": (405, 275, 175, 30),
 }
@@ -42,6 +42,10 @@ GAME_TEXTS = {
 }
 # Normal-size text needs a contrast ratio of 4.5 to be read with ease.
 LEAST_CONTRAST = 4.5
+# What shows a control's state: the dot inside the chosen level's ring (Easy, the first run's
+# level), against the ring's fill.
+IDLE_MARKS = {"the chosen level's dot": (219, 46, 8, 8)}
+LEAST_MARK_CONTRAST = 3.0
 
 
 def luminance(colour):
@@ -100,6 +104,10 @@ def problems_of(shot, texts, scale):
             yield f"'{text}' has a contrast of only {ratio:.1f}"
         if scale == 2 and drawn_anew_share(shot, box) < 0.2:
             yield f"'{text}' looks enlarged, not drawn at scale 2"
+    for mark, box in (IDLE_MARKS if texts is IDLE_TEXTS else {}).items():
+        ratio = text_contrast(box_pixels(shot, box, scale))
+        if ratio < LEAST_MARK_CONTRAST:
+            yield f"{mark} has a contrast of only {ratio:.1f}"
 
 
 def main(game, folder, styles):

@@ -1,6 +1,7 @@
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/controls.h>
 #include <corvalta/platform/errors.h>
+#include <corvalta/platform/record.h>
 #include <corvalta/platform/text.h>
 #include <corvalta/platform/timer.h>
 #include <corvalta/platform/window.h>
@@ -43,7 +44,7 @@ std::vector<std::string> admittedCharacters(std::string_view mask, std::int32_t 
 }  // namespace
 
 Control* Control::parent() const {
-  const std::string parentName = textProperty("InitialParent");
+  const std::string parentName = textProperty(property::InitialParent);
   if (parentName.empty() || window() == nullptr) return nullptr;
   return dynamic_cast<Control*>(window()->controlByName(parentName));
 }
@@ -64,7 +65,7 @@ void Control::Refresh(bool /*immediately*/) {
 
 void EditField::setText(std::string text) {
   if (text == Text()) return;
-  setProperty("Text", std::move(text));
+  setProperty(property::Text, std::move(text));
   raise("TextChange");
 }
 
@@ -91,15 +92,15 @@ void PushButton::userPress() {
 void RadioButton::setValue(bool value) {
   if (value == Value()) return;
   if (value && window() != nullptr) {
-    const std::string group = textProperty("InitialParent");
+    const std::string group = textProperty(property::InitialParent);
     for (PaneChild* child : window()->controls()) {
       auto* sibling = dynamic_cast<RadioButton*>(child);
-      if (sibling != nullptr && sibling != this && sibling->textProperty("InitialParent") == group) {
-        sibling->setProperty("Value", false);
+      if (sibling != nullptr && sibling != this && sibling->textProperty(property::InitialParent) == group) {
+        sibling->setProperty(property::Value, false);
       }
     }
   }
-  setProperty("Value", value);
+  setProperty(property::Value, value);
   if (value) raise("Action");
 }
 
@@ -177,16 +178,20 @@ void Listbox::rowsChanged() {
 }
 
 std::unique_ptr<PaneChild> makePaneChild(std::string_view className) {
-  if (className == "StaticText") return std::make_unique<StaticText>();
-  if (className == "EditField") return std::make_unique<EditField>();
-  if (className == "PushButton") return std::make_unique<PushButton>();
-  if (className == "RadioButton") return std::make_unique<RadioButton>();
-  if (className == "GroupBox") return std::make_unique<GroupBox>();
-  if (className == "Separator") return std::make_unique<Separator>();
-  if (className == "ProgressBar") return std::make_unique<ProgressBar>();
-  if (className == "Listbox") return std::make_unique<Listbox>();
-  if (className == "Timer") return std::make_unique<Timer>();
-  return nullptr;
+  const auto recordClass = recordClassNamed(className);
+  if (!recordClass) return nullptr;
+  switch (*recordClass) {
+    case RecordClass::StaticText: return std::make_unique<StaticText>();
+    case RecordClass::EditField: return std::make_unique<EditField>();
+    case RecordClass::PushButton: return std::make_unique<PushButton>();
+    case RecordClass::RadioButton: return std::make_unique<RadioButton>();
+    case RecordClass::GroupBox: return std::make_unique<GroupBox>();
+    case RecordClass::Separator: return std::make_unique<Separator>();
+    case RecordClass::ProgressBar: return std::make_unique<ProgressBar>();
+    case RecordClass::Listbox: return std::make_unique<Listbox>();
+    case RecordClass::Timer: return std::make_unique<Timer>();
+    default: return nullptr;
+  }
 }
 
 }  // namespace corvalta::platform

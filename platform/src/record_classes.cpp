@@ -1,4 +1,5 @@
 #include <corvalta/platform/record.h>
+#include <corvalta/platform/record_names.h>
 
 #include <array>
 #include <iterator>
@@ -17,173 +18,206 @@ constexpr auto o = PropertyType::Object;
 // Each class's own properties, in order of declaration, private ones included: they take tag
 // numbers like the rest.
 constexpr PropertyTag windowOwn[] = {
-    {"Visible", b}, {"Left", i}, {"Top", i}, {"Width", i}, {"Height", i}, {"Placement", i},
-    {"Title", t}, {"FullScreen", b}, {"MenuBarVisible", b}, {"CloseBox", b},
-    {"CloseButton", b}, {"GrowIcon", b}, {"Resizeable", b}, {"ZoomIcon", b},
-    {"MaximizeButton", b}, {"MinimizeButton", b}, {"Frame", i}, {"Composite", b},
-    {"LiveResize", b}, {"Backdrop", o}, {"Graphics", o}, {"HasBackColor", b},
-    {"BackColor", c}, {"BalloonHelp", t}, {"MinWidth", i}, {"MinHeight", i},
-    {"MaxWidth", i}, {"MaxHeight", i}, {"MacProcId", i}, {"MouseCursor", o},
-    {"ControlCount", i}, {"FloaterProcess", t}, {"MouseX", i}, {"MouseY", i},
-    {"MacWindowPtr", i}, {"WinHWND", i}, {"Handle", i}, {"DockItem", o}, {"MenuBar", o},
-    {"Focus", o}, {"_mImp", o}, {"_mControls", o}, {"_mMenuHandlers", o},
-    {"_mControlList", o}, {"_mContentPane", o}, {"_mFocusControl", o},
-    {"_mInitialControlsCreated", i},
+    {property::Visible, b}, {property::Left, i}, {property::Top, i}, {property::Width, i},
+    {property::Height, i}, {property::Placement, i}, {property::Title, t},
+    {property::FullScreen, b}, {property::MenuBarVisible, b}, {property::CloseBox, b},
+    {property::CloseButton, b}, {property::GrowIcon, b}, {property::Resizeable, b},
+    {property::ZoomIcon, b}, {property::MaximizeButton, b}, {property::MinimizeButton, b},
+    {property::Frame, i}, {property::Composite, b}, {property::LiveResize, b},
+    {property::Backdrop, o}, {property::Graphics, o}, {property::HasBackColor, b},
+    {property::BackColor, c}, {property::BalloonHelp, t}, {property::MinWidth, i},
+    {property::MinHeight, i}, {property::MaxWidth, i}, {property::MaxHeight, i},
+    {property::MacProcId, i}, {property::MouseCursor, o}, {property::ControlCount, i},
+    {property::FloaterProcess, t}, {property::MouseX, i}, {property::MouseY, i},
+    {property::MacWindowPtr, i}, {property::WinHWND, i}, {property::Handle, i},
+    {property::DockItem, o}, {property::MenuBar, o}, {property::Focus, o}, {property::mImp, o},
+    {property::mControls, o}, {property::mMenuHandlers, o}, {property::mControlList, o},
+    {property::mContentPane, o}, {property::mFocusControl, o},
+    {property::mInitialControlsCreated, i},
 };
 
 constexpr PropertyTag controlOwn[] = {
-    {"Name", t}, {"Index", i}, {"TabPanelIndex", i}, {"PanelIndex", i}, {"MouseX", i},
-    {"MouseY", i}, {"Window", o}, {"Handle", i}, {"_mImp", o}, {"_mWindow", o},
-    {"_mIndex", i}, {"_mName", t}, {"_mPanelIndex", i}, {"_mInitialParent", t},
+    {property::Name, t}, {property::Index, i}, {property::TabPanelIndex, i},
+    {property::PanelIndex, i}, {property::MouseX, i}, {property::MouseY, i}, {property::Window, o},
+    {property::Handle, i}, {property::mImp, o}, {property::mWindow, o}, {property::mIndex, i},
+    {property::mName, t}, {property::mPanelIndex, i}, {property::mInitialParent, t},
 };
 
 constexpr PropertyTag rectControlOwn[] = {
-    {"HelpTag", t}, {"BalloonHelp", t}, {"DisabledBalloonHelp", t}, {"MouseCursor", o},
-    {"Visible", b}, {"Left", i}, {"Top", i}, {"Width", i}, {"Height", i}, {"Enabled", b},
-    {"Active", b}, {"AutoDeactivate", b}, {"LockLeft", b}, {"LockTop", b},
-    {"LockRight", b}, {"LockBottom", b}, {"Parent", o}, {"InitialParent", t},
+    {property::HelpTag, t}, {property::BalloonHelp, t}, {property::DisabledBalloonHelp, t},
+    {property::MouseCursor, o}, {property::Visible, b}, {property::Left, i}, {property::Top, i},
+    {property::Width, i}, {property::Height, i}, {property::Enabled, b}, {property::Active, b},
+    {property::AutoDeactivate, b}, {property::LockLeft, b}, {property::LockTop, b},
+    {property::LockRight, b}, {property::LockBottom, b}, {property::Parent, o},
+    {property::InitialParent, t},
 };
 
 constexpr PropertyTag staticTextOwn[] = {
-    {"Text", t}, {"Caption", t}, {"TextAlign", i}, {"TextColor", c}, {"TextFont", t},
-    {"TextSize", i}, {"Bold", b}, {"Italic", b}, {"Underline", b}, {"MultiLine", b},
-    {"DataSource", t}, {"DataField", t},
+    {property::Text, t}, {property::Caption, t}, {property::TextAlign, i}, {property::TextColor, c},
+    {property::TextFont, t}, {property::TextSize, i}, {property::Bold, b}, {property::Italic, b},
+    {property::Underline, b}, {property::MultiLine, b}, {property::DataSource, t},
+    {property::DataField, t},
 };
 
 constexpr PropertyTag editFieldOwn[] = {
-    {"Text", t}, {"TextStyleData", t}, {"Border", b}, {"MultiLine", b}, {"ReadOnly", b},
-    {"Password", b}, {"Styled", b}, {"AcceptTabs", b}, {"TextColor", c}, {"BackColor", c},
-    {"ScrollBarHorizontal", b}, {"ScrollBarVertical", b}, {"ScrollBar", b},
-    {"TextFont", t}, {"TextSize", i}, {"Bold", b}, {"Italic", b}, {"Underline", b},
-    {"SelStart", i}, {"SelLength", i}, {"SelText", t}, {"LimitText", i}, {"SelBold", b},
-    {"SelUnderline", b}, {"SelItalic", b}, {"SelOutline", b}, {"SelShadow", b},
-    {"SelCondense", b}, {"SelExtend", b}, {"SelPlain", b}, {"SelTextFont", t},
-    {"SelTextSize", i}, {"SelTextColor", c}, {"LiveUpdate", b}, {"UseFocusRing", b},
-    {"DataSource", t}, {"DataField", t}, {"Alignment", i}, {"SelAlignment", i},
-    {"Format", t}, {"FormattedText", t}, {"Mask", t}, {"StyledText", o},
+    {property::Text, t}, {property::TextStyleData, t}, {property::Border, b},
+    {property::MultiLine, b}, {property::ReadOnly, b}, {property::Password, b},
+    {property::Styled, b}, {property::AcceptTabs, b}, {property::TextColor, c},
+    {property::BackColor, c}, {property::ScrollBarHorizontal, b}, {property::ScrollBarVertical, b},
+    {property::ScrollBar, b}, {property::TextFont, t}, {property::TextSize, i}, {property::Bold, b},
+    {property::Italic, b}, {property::Underline, b}, {property::SelStart, i},
+    {property::SelLength, i}, {property::SelText, t}, {property::LimitText, i},
+    {property::SelBold, b}, {property::SelUnderline, b}, {property::SelItalic, b},
+    {property::SelOutline, b}, {property::SelShadow, b}, {property::SelCondense, b},
+    {property::SelExtend, b}, {property::SelPlain, b}, {property::SelTextFont, t},
+    {property::SelTextSize, i}, {property::SelTextColor, c}, {property::LiveUpdate, b},
+    {property::UseFocusRing, b}, {property::DataSource, t}, {property::DataField, t},
+    {property::Alignment, i}, {property::SelAlignment, i}, {property::Format, t},
+    {property::FormattedText, t}, {property::Mask, t}, {property::StyledText, o},
 };
 
 constexpr PropertyTag pushButtonOwn[] = {
-    {"Caption", t}, {"Default", b}, {"Cancel", b}, {"TextFont", t},
-    {"TextSize", i}, {"Bold", b}, {"Italic", b}, {"Underline", b},
+    {property::Caption, t}, {property::Default, b}, {property::Cancel, b}, {property::TextFont, t},
+    {property::TextSize, i}, {property::Bold, b}, {property::Italic, b}, {property::Underline, b},
 };
 
 constexpr PropertyTag radioButtonOwn[] = {
-    {"Caption", t}, {"Value", b}, {"TextFont", t}, {"TextSize", i},
-    {"Bold", b}, {"Italic", b}, {"Underline", b},
+    {property::Caption, t}, {property::Value, b}, {property::TextFont, t}, {property::TextSize, i},
+    {property::Bold, b}, {property::Italic, b}, {property::Underline, b},
 };
 
 constexpr PropertyTag groupBoxOwn[] = {
-    {"Caption", t}, {"TextFont", t}, {"TextSize", i}, {"Bold", b}, {"Italic", b}, {"Underline", b},
+    {property::Caption, t}, {property::TextFont, t}, {property::TextSize, i}, {property::Bold, b},
+    {property::Italic, b}, {property::Underline, b},
 };
 
 constexpr PropertyTag listboxOwn[] = {
-    {"TextFont", t}, {"TextSize", i}, {"Bold", b}, {"Italic", b}, {"Underline", b},
-    {"ListCount", i}, {"ListIndex", i}, {"Text", t}, {"ColumnCount", i},
-    {"ColumnWidths", t}, {"Hierarchical", b}, {"LastIndex", i}, {"EnableDrag", b},
-    {"EnableDragReorder", b}, {"SelectionType", i}, {"SelCount", i}, {"InitialValue", t},
-    {"HasHeading", b}, {"UseFocusRing", b}, {"HeadingIndex", i}, {"ScrollPosition", i},
-    {"ScrollPositionX", i}, {"ScrollBarHorizontal", b}, {"ScrollBarVertical", b},
-    {"DataSource", t}, {"DataField", t}, {"GridLinesHorizontal", i},
-    {"GridLinesVertical", i}, {"DefaultRowHeight", i}, {"ActiveCell", o},
-    {"SortedColumn", i}, {"ColumnsResizable", b}, {"RequiresSelection", b},
-    {"AutoHideScrollbars", b}, {"_ScrollWidth", i}, {"_ScrollOffset", i},
+    {property::TextFont, t}, {property::TextSize, i}, {property::Bold, b}, {property::Italic, b},
+    {property::Underline, b}, {property::ListCount, i}, {property::ListIndex, i},
+    {property::Text, t}, {property::ColumnCount, i}, {property::ColumnWidths, t},
+    {property::Hierarchical, b}, {property::LastIndex, i}, {property::EnableDrag, b},
+    {property::EnableDragReorder, b}, {property::SelectionType, i}, {property::SelCount, i},
+    {property::InitialValue, t}, {property::HasHeading, b}, {property::UseFocusRing, b},
+    {property::HeadingIndex, i}, {property::ScrollPosition, i}, {property::ScrollPositionX, i},
+    {property::ScrollBarHorizontal, b}, {property::ScrollBarVertical, b}, {property::DataSource, t},
+    {property::DataField, t}, {property::GridLinesHorizontal, i}, {property::GridLinesVertical, i},
+    {property::DefaultRowHeight, i}, {property::ActiveCell, o}, {property::SortedColumn, i},
+    {property::ColumnsResizable, b}, {property::RequiresSelection, b},
+    {property::AutoHideScrollbars, b}, {property::ScrollWidth, i}, {property::ScrollOffset, i},
 };
 
-constexpr PropertyTag progressBarOwn[] = {{"Value", i}, {"Maximum", i}};
+constexpr PropertyTag progressBarOwn[] = {{property::Value, i}, {property::Maximum, i}};
 
-constexpr PropertyTag timerOwn[] = {{"Mode", i}, {"Period", i}, {"Enabled", b}, {"_mImp", o}};
+constexpr PropertyTag timerOwn[] = {
+    {property::Mode, i}, {property::Period, i}, {property::Enabled, b}, {property::mImp, o},
+};
 
 // What a timer or socket needs so that a window can own it and find it by name.
-constexpr PropertyTag paneChildOwn[] = {{"Index", i}, {"ownerWindow", o}};
+constexpr PropertyTag paneChildOwn[] = {{property::Index, i}, {property::ownerWindow, o}};
 
 constexpr PropertyTag socketCoreOwn[] = {
-    {"Port", i}, {"LocalAddress", t}, {"LastErrorCode", i},
-    {"IsConnected", b}, {"NetworkInterface", o}, {"Handle", i},
+    {property::Port, i}, {property::LocalAddress, t}, {property::LastErrorCode, i},
+    {property::IsConnected, b}, {property::NetworkInterface, o}, {property::Handle, i},
 };
 
 constexpr PropertyTag tcpSocketOwn[] = {
-    {"Address", t}, {"RemoteAddress", t}, {"PPPStatus", i},
-    {"BytesAvailable", i}, {"BytesLeftToSend", i},
+    {property::Address, t}, {property::RemoteAddress, t}, {property::PPPStatus, i},
+    {property::BytesAvailable, i}, {property::BytesLeftToSend, i},
 };
 
 constexpr PropertyTag httpSocketOwn[] = {
-    {"_pageHeaders", o}, {"_server", t}, {"_path", t}, {"requestHeaders", o},
-    {"_totalLength", i}, {"_downloadStream", o}, {"_downloadFile", o}, {"_pageBuffer", t},
-    {"_currentLength", i}, {"_pageComplete", b}, {"_postContent", t},
-    {"_postContentType", t}, {"_httpAction", t}, {"_processingURL", t},
-    {"_connectionValid", b}, {"_httpStatusCode", i}, {"defaultPort", i},
-    {"httpProxyAddress", t}, {"httpProxyPort", i}, {"_authenticationKey", t},
-    {"yield", b}, {"synchronous", b}, {"timeoutSeconds", i}, {"mErrorCode", i},
-    {"threadProtection", b},
+    {property::pageHeaders, o}, {property::server, t}, {property::path, t},
+    {property::requestHeaders, o}, {property::totalLength, i}, {property::downloadStream, o},
+    {property::downloadFile, o}, {property::pageBuffer, t}, {property::currentLength, i},
+    {property::pageComplete, b}, {property::postContent, t}, {property::postContentType, t},
+    {property::httpAction, t}, {property::processingURL, t}, {property::connectionValid, b},
+    {property::httpStatusCode, i}, {property::defaultPort, i}, {property::httpProxyAddress, t},
+    {property::httpProxyPort, i}, {property::authenticationKey, t}, {property::yield, b},
+    {property::synchronous, b}, {property::timeoutSeconds, i}, {property::mErrorCode, i},
+    {property::threadProtection, b},
 };
 
 // The entries that each class's records list, in their order. The records of every
 // RectControl begin alike, then go on with the entries of their class.
 constexpr std::string_view rectControlEntries[] = {
-    "Name", "Index", "Left", "Top", "Width", "Height", "LockLeft", "LockTop", "LockRight",
-    "LockBottom", "TabPanelIndex",
+    property::Name, property::Index, property::Left, property::Top, property::Width,
+    property::Height, property::LockLeft, property::LockTop, property::LockRight,
+    property::LockBottom, property::TabPanelIndex,
 };
 
 constexpr std::string_view windowEntries[] = {
-    "Placement", "Width", "Height", "MinWidth", "MinHeight", "MaxWidth", "MaxHeight",
-    "Frame", "Composite", "HasBackColor", "BackColor", "Title", "Visible", "FullScreen",
-    "MenuBarVisible", "CloseButton", "Resizeable", "LiveResize", "MaximizeButton",
-    "MinimizeButton", "BalloonHelp", "MacProcId",
+    property::Placement, property::Width, property::Height, property::MinWidth, property::MinHeight,
+    property::MaxWidth, property::MaxHeight, property::Frame, property::Composite,
+    property::HasBackColor, property::BackColor, property::Title, property::Visible,
+    property::FullScreen, property::MenuBarVisible, property::CloseButton, property::Resizeable,
+    property::LiveResize, property::MaximizeButton, property::MinimizeButton, property::BalloonHelp,
+    property::MacProcId,
 };
 
 constexpr std::string_view staticTextEntries[] = {
-    "Text", "TextAlign", "TextColor", "MultiLine", "Enabled", "Visible",
-    "HelpTag", "AutoDeactivate", "TextFont", "TextSize", "Bold", "Italic", "Underline",
-    "DataSource", "DataField", "InitialParent",
+    property::Text, property::TextAlign, property::TextColor, property::MultiLine,
+    property::Enabled, property::Visible, property::HelpTag, property::AutoDeactivate,
+    property::TextFont, property::TextSize, property::Bold, property::Italic, property::Underline,
+    property::DataSource, property::DataField, property::InitialParent,
 };
 
 constexpr std::string_view editFieldEntries[] = {
-    "Border", "MultiLine", "ScrollBarHorizontal", "ScrollBarVertical",
-    "Styled", "Password", "UseFocusRing", "TextColor", "BackColor", "Enabled", "Format",
-    "Visible", "HelpTag", "AutoDeactivate", "TextFont", "TextSize", "Bold", "Italic",
-    "Underline", "Text", "Mask", "ReadOnly", "LimitText", "AcceptTabs", "Alignment",
-    "DataSource", "DataField", "InitialParent",
+    property::Border, property::MultiLine, property::ScrollBarHorizontal,
+    property::ScrollBarVertical, property::Styled, property::Password, property::UseFocusRing,
+    property::TextColor, property::BackColor, property::Enabled, property::Format,
+    property::Visible, property::HelpTag, property::AutoDeactivate, property::TextFont,
+    property::TextSize, property::Bold, property::Italic, property::Underline, property::Text,
+    property::Mask, property::ReadOnly, property::LimitText, property::AcceptTabs,
+    property::Alignment, property::DataSource, property::DataField, property::InitialParent,
 };
 
 constexpr std::string_view pushButtonEntries[] = {
-    "Caption", "Default", "Cancel", "Enabled", "Visible", "HelpTag",
-    "AutoDeactivate", "TextFont", "TextSize", "Bold", "Italic", "Underline", "InitialParent",
+    property::Caption, property::Default, property::Cancel, property::Enabled, property::Visible,
+    property::HelpTag, property::AutoDeactivate, property::TextFont, property::TextSize,
+    property::Bold, property::Italic, property::Underline, property::InitialParent,
 };
 
 constexpr std::string_view radioButtonEntries[] = {
-    "Caption", "Enabled", "Visible", "HelpTag", "AutoDeactivate",
-    "TextFont", "TextSize", "Bold", "Italic", "Underline", "Value", "InitialParent",
+    property::Caption, property::Enabled, property::Visible, property::HelpTag,
+    property::AutoDeactivate, property::TextFont, property::TextSize, property::Bold,
+    property::Italic, property::Underline, property::Value, property::InitialParent,
 };
 
 constexpr std::string_view groupBoxEntries[] = {
-    "Caption", "Enabled", "Visible", "HelpTag", "AutoDeactivate",
-    "TextFont", "TextSize", "Bold", "Italic", "Underline", "InitialParent",
+    property::Caption, property::Enabled, property::Visible, property::HelpTag,
+    property::AutoDeactivate, property::TextFont, property::TextSize, property::Bold,
+    property::Italic, property::Underline, property::InitialParent,
 };
 
 constexpr std::string_view listboxEntries[] = {
-    "Visible", "HelpTag", "AutoDeactivate", "Enabled", "ColumnCount",
-    "ColumnWidths", "HasHeading", "UseFocusRing", "InitialValue", "HeadingIndex",
-    "ScrollBarHorizontal", "ScrollBarVertical", "GridLinesHorizontal", "GridLinesVertical",
-    "DefaultRowHeight", "_ScrollWidth", "_ScrollOffset", "TextFont", "TextSize", "Bold",
-    "Italic", "Underline", "Hierarchical", "EnableDrag", "EnableDragReorder",
-    "RequiresSelection", "SelectionType", "ColumnsResizable", "AutoHideScrollbars",
-    "DataSource", "DataField", "InitialParent",
+    property::Visible, property::HelpTag, property::AutoDeactivate, property::Enabled,
+    property::ColumnCount, property::ColumnWidths, property::HasHeading, property::UseFocusRing,
+    property::InitialValue, property::HeadingIndex, property::ScrollBarHorizontal,
+    property::ScrollBarVertical, property::GridLinesHorizontal, property::GridLinesVertical,
+    property::DefaultRowHeight, property::ScrollWidth, property::ScrollOffset, property::TextFont,
+    property::TextSize, property::Bold, property::Italic, property::Underline,
+    property::Hierarchical, property::EnableDrag, property::EnableDragReorder,
+    property::RequiresSelection, property::SelectionType, property::ColumnsResizable,
+    property::AutoHideScrollbars, property::DataSource, property::DataField,
+    property::InitialParent,
 };
 
 // The one class that writes InitialParent first.
 constexpr std::string_view separatorEntries[] = {
-    "InitialParent", "Visible", "HelpTag", "AutoDeactivate", "Enabled",
+    property::InitialParent, property::Visible, property::HelpTag, property::AutoDeactivate,
+    property::Enabled,
 };
 
 constexpr std::string_view progressBarEntries[] = {
-    "Visible", "HelpTag", "AutoDeactivate", "Enabled", "Value", "Maximum",
-    "InitialParent",
+    property::Visible, property::HelpTag, property::AutoDeactivate, property::Enabled,
+    property::Value, property::Maximum, property::InitialParent,
 };
 
-constexpr std::string_view timerEntries[] = {"Mode", "Period"};
+constexpr std::string_view timerEntries[] = {property::Mode, property::Period};
 
-constexpr std::string_view httpSocketEntries[] = {"Address", "Port", "yield"};
+constexpr std::string_view httpSocketEntries[] = {
+    property::Address, property::Port, property::yield,
+};
 
 struct ClassInfo {
   RecordClass recordClass;
@@ -194,32 +228,35 @@ struct ClassInfo {
 };
 
 constexpr std::array classes = {
-    ClassInfo{RecordClass::Window, "Window", std::nullopt, windowOwn, windowEntries},
-    ClassInfo{RecordClass::Control, "Control", std::nullopt, controlOwn, {}},
-    ClassInfo{RecordClass::RectControl, "RectControl", RecordClass::Control, rectControlOwn, {}},
-    ClassInfo{RecordClass::StaticText, "StaticText", RecordClass::RectControl, staticTextOwn,
-              staticTextEntries},
-    ClassInfo{RecordClass::EditField, "EditField", RecordClass::RectControl, editFieldOwn,
-              editFieldEntries},
-    ClassInfo{RecordClass::PushButton, "PushButton", RecordClass::RectControl, pushButtonOwn,
-              pushButtonEntries},
-    ClassInfo{RecordClass::RadioButton, "RadioButton", RecordClass::RectControl,
+    ClassInfo{RecordClass::Window, record_class::Window, std::nullopt, windowOwn, windowEntries},
+    ClassInfo{RecordClass::Control, record_class::Control, std::nullopt, controlOwn, {}},
+    ClassInfo{RecordClass::RectControl, record_class::RectControl, RecordClass::Control,
+              rectControlOwn, {}},
+    ClassInfo{RecordClass::StaticText, record_class::StaticText, RecordClass::RectControl,
+              staticTextOwn, staticTextEntries},
+    ClassInfo{RecordClass::EditField, record_class::EditField, RecordClass::RectControl,
+              editFieldOwn, editFieldEntries},
+    ClassInfo{RecordClass::PushButton, record_class::PushButton, RecordClass::RectControl,
+              pushButtonOwn, pushButtonEntries},
+    ClassInfo{RecordClass::RadioButton, record_class::RadioButton, RecordClass::RectControl,
               radioButtonOwn, radioButtonEntries},
-    ClassInfo{RecordClass::GroupBox, "GroupBox", RecordClass::RectControl, groupBoxOwn,
+    ClassInfo{RecordClass::GroupBox, record_class::GroupBox, RecordClass::RectControl, groupBoxOwn,
               groupBoxEntries},
-    ClassInfo{RecordClass::Listbox, "Listbox", RecordClass::RectControl, listboxOwn,
+    ClassInfo{RecordClass::Listbox, record_class::Listbox, RecordClass::RectControl, listboxOwn,
               listboxEntries},
-    ClassInfo{RecordClass::Separator, "Separator", RecordClass::RectControl, {},
-              separatorEntries},
-    ClassInfo{RecordClass::ProgressBar, "ProgressBar", RecordClass::RectControl, progressBarOwn,
-              progressBarEntries},
-    ClassInfo{RecordClass::Timer, "Timer", std::nullopt, timerOwn, timerEntries},
-    ClassInfo{RecordClass::PaneTimer, "PaneTimer", RecordClass::Timer, paneChildOwn, {}},
-    ClassInfo{RecordClass::SocketCore, "SocketCore", std::nullopt, socketCoreOwn, {}},
-    ClassInfo{RecordClass::TCPSocket, "TCPSocket", RecordClass::SocketCore, tcpSocketOwn, {}},
-    ClassInfo{RecordClass::HTTPSocket, "HTTPSocket", RecordClass::TCPSocket, httpSocketOwn,
-              httpSocketEntries},
-    ClassInfo{RecordClass::PaneHTTPSocket, "PaneHTTPSocket", RecordClass::HTTPSocket,
+    ClassInfo{RecordClass::Separator, record_class::Separator, RecordClass::RectControl,
+              {}, separatorEntries},
+    ClassInfo{RecordClass::ProgressBar, record_class::ProgressBar, RecordClass::RectControl,
+              progressBarOwn, progressBarEntries},
+    ClassInfo{RecordClass::Timer, record_class::Timer, std::nullopt, timerOwn, timerEntries},
+    ClassInfo{RecordClass::PaneTimer, record_class::PaneTimer, RecordClass::Timer,
+              paneChildOwn, {}},
+    ClassInfo{RecordClass::SocketCore, record_class::SocketCore, std::nullopt, socketCoreOwn, {}},
+    ClassInfo{RecordClass::TCPSocket, record_class::TCPSocket, RecordClass::SocketCore,
+              tcpSocketOwn, {}},
+    ClassInfo{RecordClass::HTTPSocket, record_class::HTTPSocket, RecordClass::TCPSocket,
+              httpSocketOwn, httpSocketEntries},
+    ClassInfo{RecordClass::PaneHTTPSocket, record_class::PaneHTTPSocket, RecordClass::HTTPSocket,
               paneChildOwn, {}},
 };
 

@@ -5,7 +5,7 @@
 
 namespace corvalta::platform {
 
-Timer::Timer() : PaneChild("Timer") {}
+Timer::Timer() : PaneChild(record_class::Timer) {}
 
 Timer::~Timer() { unschedule(); }
 
@@ -18,7 +18,7 @@ void Timer::Reset() {
 void Timer::closing() { unschedule(); }
 
 void Timer::propertyChanged(std::string_view name) {
-  if (name != "Mode" && name != "Period") return;
+  if (name != property::Mode && name != property::Period) return;
   unschedule();
   if (Mode() != 0) schedule();
 }

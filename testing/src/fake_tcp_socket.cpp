@@ -26,13 +26,11 @@ void FakeTCPSocket::Write(const std::string& bytes) {
   }
 }
 
-std::string FakeTCPSocket::Read(std::size_t count) {
-  std::string bytes = unread_.substr(0, count);
-  unread_.erase(0, bytes.size());
-  return bytes;
+std::size_t FakeTCPSocket::Read(std::span<char> into) {
+  const std::size_t count = unread_.copy(into.data(), into.size());
+  unread_.erase(0, count);
+  return count;
 }
-
-std::string FakeTCPSocket::ReadAll() { return std::exchange(unread_, {}); }
 
 void FakeTCPSocket::accept() {
   if (state_ == State::Connecting) {

@@ -17,15 +17,14 @@ HTTPSocketChild::HTTPSocketChild(std::unique_ptr<platform::TCPSocket> socket)
 
 void HTTPSocketChild::closing() {
   socket_.Close();
-  alive_.reset();
+  liveness_.end();
 }
 
 void HTTPSocketChild::deliver(std::function<void()> event) {
   // Held back while another handler runs, the event may come due after the window has closed
   // or gone.
-  std::weak_ptr<char> alive = alive_;
-  platform::Application::current().dispatcher().event([alive, event = std::move(event)] {
-    if (!alive.expired()) event();
+  platform::Application::current().dispatcher().event([token = liveness_.token(), event = std::move(event)] {
+    if (token.alive()) event();
   });
 }
 

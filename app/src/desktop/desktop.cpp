@@ -4,10 +4,10 @@
 #include <corvalta/platform/app_info.h>
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/qt/desktop_look.h>
-#include <corvalta/platform/qt/loaded_tcp_socket.h>
 #include <corvalta/platform/qt/qt_clock_service.h>
 #include <corvalta/platform/qt/qt_dialogs.h>
 #include <corvalta/platform/qt/qt_event_loop.h>
+#include <corvalta/platform/qt/qt_tcp_socket.h>
 #include <corvalta/platform/qt/qt_view.h>
 #include <corvalta/platform/qt/sdl_sound_system.h>
 #include <corvalta/store/preferences_folder.h>
@@ -36,6 +36,7 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   QApplication::setApplicationVersion(QString::fromUtf8(platform::app_info::ShortVersion()));
   QApplication::setDesktopFileName(QStringLiteral("example.dunmere.corvalta"));
   platform::qt::useDesktopLook();
+  platform::qt::useApplicationIcon(QStringLiteral("example.dunmere.corvalta"));
   // Only the main window's Close ends the program.
   QApplication::setQuitOnLastWindowClosed(false);
 
@@ -49,10 +50,12 @@ int runDesktop(int argc, char** argv, const DesktopReady& ready) {
   platform::qt::QtView view(app);
   view.setMenuBarWindow("Window1");
   app.setObserver(&view);
+  dialogs.setOwner([&view] { return view.topLevel("Window1"); });
 
   Program program(app, {store::posixSystemCalls(),
                         store::configurationFolderPath(store::currentUserEnvironment()),
-                        platform::qt::newLoadedTcpSocket, [](const std::string& text) {
+                        [] { return std::make_unique<platform::qt::QtTcpSocket>(); },
+                        [](const std::string& text) {
                           QMessageBox::critical(nullptr, QStringLiteral("Corvalta"),
                                                 QString::fromStdString(text));
                         }});

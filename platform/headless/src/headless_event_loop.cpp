@@ -2,9 +2,9 @@
 
 #include <QAbstractEventDispatcher>
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -94,13 +94,16 @@ void HeadlessEventLoop::waitForRealEvents(std::optional<TimePoint> until) {
   if (due && (!limit || *due < *limit)) limit = due;
   QElapsedTimer real;
   real.start();
+  // processEvents with a time limit never blocks, so the deadline is a timer whose event ends
+  // the blocking wait if nothing else comes first.
+  QTimer deadline;
   if (limit) {
-    const auto span = std::chrono::duration_cast<std::chrono::milliseconds>(*limit - now_);
-    QDeadlineTimer deadline(std::max<qint64>(span.count(), 0));
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, static_cast<int>(std::min<qint64>(deadline.remainingTime(), 1'000'000)));
-  } else {
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    const auto span = std::chrono::ceil<std::chrono::milliseconds>(*limit - now_);
+    deadline.setSingleShot(true);
+    deadline.setTimerType(Qt::PreciseTimer);
+    deadline.start(std::max(span, std::chrono::milliseconds(0)));
   }
+  QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   now_ += std::chrono::milliseconds(real.elapsed());
   while (runNextDueUpTo(now_)) {
   }

@@ -3,6 +3,9 @@
 #include "list_widget.h"
 #include "record_colors.h"
 
+#include <corvalta/platform/record.h>
+#include <corvalta/platform/record_names.h>
+
 #include <QApplication>
 #include <QButtonGroup>
 #include <QFrame>
@@ -42,21 +45,21 @@ Qt::Alignment fieldAlignment(std::int32_t align) {
 // and size 0 mean the platform's own font and size. Sizes are pixels: the windows are laid
 // out in pixels, and a point would grow with the screen's resolution.
 bool applyFontProperty(QFont& font, std::string_view name, const PropertyValue& value) {
-  if (name == "TextFont") {
+  if (name == property::TextFont) {
     const auto& family = std::get<std::string>(value);
     font.setFamily(family == "System" ? QApplication::font().family() : QString::fromStdString(family));
-  } else if (name == "TextSize") {
+  } else if (name == property::TextSize) {
     const auto size = std::get<std::int32_t>(value);
     if (size > 0) {
       font.setPixelSize(size);
     } else {
       font.setPointSizeF(QApplication::font().pointSizeF());
     }
-  } else if (name == "Bold") {
+  } else if (name == property::Bold) {
     font.setBold(std::get<bool>(value));
-  } else if (name == "Italic") {
+  } else if (name == property::Italic) {
     font.setItalic(std::get<bool>(value));
-  } else if (name == "Underline") {
+  } else if (name == property::Underline) {
     font.setUnderline(std::get<bool>(value));
   } else {
     return false;
@@ -78,13 +81,13 @@ bool showPlaceProperty(QWidget* widget, std::string_view name, const PropertyVal
   if (number == nullptr) {
     return false;
   }
-  if (name == "Left") {
+  if (name == property::Left) {
     widget->move(*number, widget->y());
-  } else if (name == "Top") {
+  } else if (name == property::Top) {
     widget->move(widget->x(), *number);
-  } else if (name == "Width") {
+  } else if (name == property::Width) {
     widget->resize(*number, widget->height());
-  } else if (name == "Height") {
+  } else if (name == property::Height) {
     widget->resize(widget->width(), *number);
   } else {
     return false;
@@ -93,48 +96,48 @@ bool showPlaceProperty(QWidget* widget, std::string_view name, const PropertyVal
 }
 
 void showStaticText(QLabel* label, std::string_view name, const PropertyValue& value) {
-  if (name == "Text") {
+  if (name == property::Text) {
     label->setText(toDisplayText(std::get<std::string>(value)));
-  } else if (name == "TextAlign") {
+  } else if (name == property::TextAlign) {
     label->setAlignment(textAlignment(std::get<std::int32_t>(value)) | Qt::AlignTop);
-  } else if (name == "MultiLine") {
+  } else if (name == property::MultiLine) {
     label->setWordWrap(std::get<bool>(value));
   }
 }
 
 void showLineEdit(QLineEdit* field, std::string_view name, const PropertyValue& value) {
-  if (name == "Text") {
+  if (name == property::Text) {
     const auto text = toDisplayText(std::get<std::string>(value));
     if (field->text() != text) {
       field->setText(text);
     }
-  } else if (name == "Alignment") {
+  } else if (name == property::Alignment) {
     field->setAlignment(fieldAlignment(std::get<std::int32_t>(value)) | Qt::AlignVCenter);
-  } else if (name == "Border") {
+  } else if (name == property::Border) {
     field->setFrame(std::get<bool>(value));
-  } else if (name == "ReadOnly") {
+  } else if (name == property::ReadOnly) {
     field->setReadOnly(std::get<bool>(value));
-  } else if (name == "Password") {
+  } else if (name == property::Password) {
     field->setEchoMode(std::get<bool>(value) ? QLineEdit::Password : QLineEdit::Normal);
-  } else if (name == "LimitText") {
+  } else if (name == property::LimitText) {
     const auto limit = std::get<std::int32_t>(value);
     field->setMaxLength(limit > 0 ? limit : 32767);
   }
 }
 
 void showTextEdit(QPlainTextEdit* field, std::string_view name, const PropertyValue& value) {
-  if (name == "Text") {
+  if (name == property::Text) {
     const auto text = toDisplayText(std::get<std::string>(value));
     if (field->toPlainText() != text) {
       field->setPlainText(text);
     }
-  } else if (name == "Border") {
+  } else if (name == property::Border) {
     field->setFrameShape(std::get<bool>(value) ? QFrame::StyledPanel : QFrame::NoFrame);
-  } else if (name == "ReadOnly") {
+  } else if (name == property::ReadOnly) {
     field->setReadOnly(std::get<bool>(value));
-  } else if (name == "AcceptTabs") {
+  } else if (name == property::AcceptTabs) {
     field->setTabChangesFocus(!std::get<bool>(value));
-  } else if (name == "ScrollBarVertical") {
+  } else if (name == property::ScrollBarVertical) {
     field->setVerticalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
                                                             : Qt::ScrollBarAlwaysOff);
   }
@@ -149,25 +152,25 @@ void showEditField(QWidget* widget, std::string_view name, const PropertyValue& 
 }
 
 void showPushButton(QPushButton* button, std::string_view name, const PropertyValue& value) {
-  if (name == "Caption") {
+  if (name == property::Caption) {
     button->setText(caption(std::get<std::string>(value)));
-  } else if (name == "Default") {
+  } else if (name == property::Default) {
     button->setDefault(std::get<bool>(value));
   }
 }
 
 void showRadioButton(QRadioButton* button, std::string_view name, const PropertyValue& value) {
-  if (name == "Caption") {
+  if (name == property::Caption) {
     button->setText(caption(std::get<std::string>(value)));
-  } else if (name == "Value") {
+  } else if (name == property::Value) {
     button->setChecked(std::get<bool>(value));
   }
 }
 
 void showProgressBar(QProgressBar* bar, std::string_view name, const PropertyValue& value) {
-  if (name == "Value") {
+  if (name == property::Value) {
     bar->setValue(std::get<std::int32_t>(value));
-  } else if (name == "Maximum") {
+  } else if (name == property::Maximum) {
     // A maximum of 0 runs the bar without a known end.
     bar->setMaximum(std::get<std::int32_t>(value));
   }
@@ -187,59 +190,69 @@ QButtonGroup* groupNamed(QWidget* content, const std::string& parent) {
   return group;
 }
 
-QWidget* newWidget(std::string_view className, const PropertyList& properties, QWidget* content) {
-  if (className == "StaticText") {
-    auto* label = new QLabel(content);
-    label->setTextFormat(Qt::PlainText);
-    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-    return label;
-  }
-  if (className == "EditField") {
-    const bool multiLine = std::any_of(properties.begin(), properties.end(), [](const Property& p) {
-      return p.name == "MultiLine" && std::get<bool>(p.value);
-    });
-    if (multiLine) {
-      auto* text = new QPlainTextEdit(content);
-      text->setLineWrapMode(QPlainTextEdit::WidgetWidth);
-      text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-      return text;
+QWidget* newWidget(RecordClass recordClass, const PropertyList& properties, QWidget* content) {
+  switch (recordClass) {
+    case RecordClass::StaticText: {
+      auto* label = new QLabel(content);
+      label->setTextFormat(Qt::PlainText);
+      label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+      return label;
     }
-    auto* line = new QLineEdit(content);
-    line->setTextMargins(0, 0, 0, 0);
-    return line;
+    case RecordClass::EditField: {
+      const bool multiLine =
+          std::any_of(properties.begin(), properties.end(), [](const Property& p) {
+            return p.name == property::MultiLine && std::get<bool>(p.value);
+          });
+      if (multiLine) {
+        auto* text = new QPlainTextEdit(content);
+        text->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+        text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        return text;
+      }
+      auto* line = new QLineEdit(content);
+      line->setTextMargins(0, 0, 0, 0);
+      return line;
+    }
+    case RecordClass::PushButton: {
+      auto* button = new QPushButton(content);
+      button->setAutoDefault(false);
+      return button;
+    }
+    case RecordClass::RadioButton: {
+      auto* button = new QRadioButton(content);
+      const auto* parent = findProperty(properties, property::InitialParent);
+      groupNamed(content, parent != nullptr ? std::get<std::string>(*parent) : std::string())
+          ->addButton(button);
+      button->setFocusPolicy(Qt::StrongFocus);
+      return button;
+    }
+    case RecordClass::GroupBox: return new QGroupBox(content);
+    case RecordClass::Listbox: return new ListWidget(content);
+    case RecordClass::Separator: {
+      auto* line = new QFrame(content);
+      line->setFrameShadow(QFrame::Sunken);
+      return line;
+    }
+    case RecordClass::ProgressBar: {
+      auto* bar = new QProgressBar(content);
+      bar->setTextVisible(false);
+      return bar;
+    }
+    default: return nullptr;
   }
-  if (className == "PushButton") {
-    auto* button = new QPushButton(content);
-    button->setAutoDefault(false);
-    return button;
-  }
-  if (className == "RadioButton") {
-    auto* button = new QRadioButton(content);
-    const auto* parent = findProperty(properties, "InitialParent");
-    groupNamed(content, parent != nullptr ? std::get<std::string>(*parent) : std::string())
-        ->addButton(button);
-    return button;
-  }
-  if (className == "GroupBox") {
-    return new QGroupBox(content);
-  }
-  if (className == "Listbox") {
-    return new ListWidget(content);
-  }
-  if (className == "Separator") {
-    auto* line = new QFrame(content);
-    line->setFrameShadow(QFrame::Sunken);
-    return line;
-  }
-  if (className == "ProgressBar") {
-    auto* bar = new QProgressBar(content);
-    bar->setTextVisible(false);
-    return bar;
-  }
-  return nullptr;
 }
 
 }  // namespace
+
+void keepRadioButtonsTabStops(QWidget* focused) {
+  const auto* button = qobject_cast<QRadioButton*>(focused);
+  if (button == nullptr || button->group() == nullptr) {
+    return;
+  }
+  for (QAbstractButton* member : button->group()->buttons()) {
+    member->setFocusPolicy(Qt::StrongFocus);
+  }
+}
 
 QString toDisplayText(const std::string& text) {
   return QString::fromStdString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")).replace('\r', '\n');
@@ -251,7 +264,8 @@ std::string fromDisplayText(const QString& text) {
 
 QWidget* makeControlWidget(std::string_view className, const PropertyList& properties,
                            QWidget* content) {
-  auto* widget = newWidget(className, properties, content);
+  const auto recordClass = recordClassNamed(className);
+  auto* widget = recordClass ? newWidget(*recordClass, properties, content) : nullptr;
   if (widget == nullptr) {
     return nullptr;
   }
@@ -266,7 +280,7 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
     showControlProperty(widget, className, property.name, property.value);
   }
   showColors(widget, className, properties);
-  if (auto* line = qobject_cast<QFrame*>(widget); line != nullptr && className == "Separator") {
+  if (auto* line = qobject_cast<QFrame*>(widget); line != nullptr && recordClass == RecordClass::Separator) {
     line->setFrameShape(widget->width() < widget->height() ? QFrame::VLine : QFrame::HLine);
   }
   return widget;
@@ -274,35 +288,40 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
 
 void showControlProperty(QWidget* widget, std::string_view className, std::string_view name,
                          const PropertyValue& value) {
-  if (name == "Visible") {
+  if (name == property::Visible) {
     widget->setVisible(std::get<bool>(value));
     return;
   }
-  if (name == "Enabled") {
+  if (name == property::Enabled) {
     widget->setEnabled(std::get<bool>(value));
     return;
   }
-  if (name == "HelpTag") {
+  if (name == property::HelpTag) {
     widget->setToolTip(toDisplayText(std::get<std::string>(value)));
     return;
   }
   if (showPlaceProperty(widget, name, value) || showFontProperty(widget, name, value)) {
     return;
   }
-  if (className == "StaticText") {
-    showStaticText(qobject_cast<QLabel*>(widget), name, value);
-  } else if (className == "EditField") {
-    showEditField(widget, name, value);
-  } else if (className == "PushButton") {
-    showPushButton(qobject_cast<QPushButton*>(widget), name, value);
-  } else if (className == "RadioButton") {
-    showRadioButton(qobject_cast<QRadioButton*>(widget), name, value);
-  } else if (className == "GroupBox" && name == "Caption") {
-    qobject_cast<QGroupBox*>(widget)->setTitle(caption(std::get<std::string>(value)));
-  } else if (className == "Listbox") {
-    static_cast<ListWidget*>(widget)->showProperty(name, value);
-  } else if (className == "ProgressBar") {
-    showProgressBar(qobject_cast<QProgressBar*>(widget), name, value);
+  switch (recordClassNamed(className).value_or(RecordClass::Control)) {
+    case RecordClass::StaticText: showStaticText(qobject_cast<QLabel*>(widget), name, value); break;
+    case RecordClass::EditField: showEditField(widget, name, value); break;
+    case RecordClass::PushButton:
+      showPushButton(qobject_cast<QPushButton*>(widget), name, value);
+      break;
+    case RecordClass::RadioButton:
+      showRadioButton(qobject_cast<QRadioButton*>(widget), name, value);
+      break;
+    case RecordClass::GroupBox:
+      if (name == property::Caption) {
+        qobject_cast<QGroupBox*>(widget)->setTitle(caption(std::get<std::string>(value)));
+      }
+      break;
+    case RecordClass::Listbox: static_cast<ListWidget*>(widget)->showProperty(name, value); break;
+    case RecordClass::ProgressBar:
+      showProgressBar(qobject_cast<QProgressBar*>(widget), name, value);
+      break;
+    default: break;
   }
 }
 

@@ -22,6 +22,11 @@ QWidget* makeControlWidget(std::string_view className, const PropertyList& prope
 void showControlProperty(QWidget* widget, std::string_view className, std::string_view name,
                          const PropertyValue& value);
 
+// Qt leaves the Tab key only the radio button of a group that last took the focus, and takes
+// it from the others then; each level is a Tab stop of its own, in the order of creation, so
+// this gives it back to them once `focused` has the focus.
+void keepRadioButtonsTabStops(QWidget* focused);
+
 // Text of the view state (UTF-8, carriage return as line break) for Qt, and back.
 QString toDisplayText(const std::string& text);
 std::string fromDisplayText(const QString& text);

@@ -1,5 +1,7 @@
 #include "list_widget.h"
 
+#include <corvalta/platform/record_names.h>
+
 #include <QEvent>
 #include <QHeaderView>
 
@@ -48,6 +50,7 @@ ListWidget::ListWidget(QWidget* parent) : QTableWidget(parent) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setSelectionBehavior(QAbstractItemView::SelectRows);
   setSelectionMode(QAbstractItemView::SingleSelection);
+  setTabKeyNavigation(false);
   setWordWrap(false);
   verticalHeader()->hide();
   horizontalHeader()->hide();
@@ -58,10 +61,10 @@ ListWidget::ListWidget(QWidget* parent) : QTableWidget(parent) {
 }
 
 void ListWidget::showProperty(std::string_view name, const PropertyValue& value) {
-  if (name == "ColumnCount") {
+  if (name == property::ColumnCount) {
     setColumnCount(std::get<std::int32_t>(value));
     layOutColumns();
-  } else if (name == "ColumnWidths") {
+  } else if (name == property::ColumnWidths) {
     // Spaces, tabs and commas separate the entries. Not a QRegularExpression: compiling one
     // at start-up touches half a megabyte of PCRE2.
     widths_ = QString::fromStdString(std::get<std::string>(value))
@@ -69,21 +72,23 @@ void ListWidget::showProperty(std::string_view name, const PropertyValue& value)
                   .replace(',', ' ')
                   .split(' ', Qt::SkipEmptyParts);
     layOutColumns();
-  } else if (name == "HasHeading") {
+  } else if (name == property::HasHeading) {
     horizontalHeader()->setVisible(std::get<bool>(value));
-  } else if (name == "InitialValue") {
+  } else if (name == property::InitialValue) {
     // With a heading, the first line of the initial value holds the column titles.
     const auto lines = QString::fromStdString(std::get<std::string>(value)).split('\r');
     setHorizontalHeaderLabels(lines.front().split('\t'));
-  } else if (name == "GridLinesHorizontal" || name == "GridLinesVertical") {
+    layOutRows();
+  } else if (name == property::GridLinesHorizontal || name == property::GridLinesVertical) {
     setShowGrid(showGrid() || std::get<std::int32_t>(value) != 0);
-  } else if (name == "ScrollBarHorizontal") {
+    layOutRows();
+  } else if (name == property::ScrollBarHorizontal) {
     setHorizontalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
                                                        : Qt::ScrollBarAlwaysOff);
-  } else if (name == "ScrollBarVertical") {
+  } else if (name == property::ScrollBarVertical) {
     setVerticalScrollBarPolicy(std::get<bool>(value) ? Qt::ScrollBarAsNeeded
                                                      : Qt::ScrollBarAlwaysOff);
-  } else if (name == "DefaultRowHeight") {
+  } else if (name == property::DefaultRowHeight) {
     rowHeight_ = std::get<std::int32_t>(value);
     layOutRows();
   }
@@ -125,11 +130,28 @@ void ListWidget::changeEvent(QEvent* event) {
   }
 }
 
+// A row left behind highlighted would read as a choice that the table does not have.
+void ListWidget::focusOutEvent(QFocusEvent* event) {
+  QTableWidget::focusOutEvent(event);
+  clearSelection();
+  setCurrentIndex({});
+}
+
 void ListWidget::layOutRows() {
-  const int textHeight = fontMetrics().height();
+  // The text, a pixel of air and the grid line.
+  const int gridLine = showGrid() ? 1 : 0;
   verticalHeader()->setMinimumSectionSize(1);
-  verticalHeader()->setDefaultSectionSize(rowHeight_ > 0 ? rowHeight_ : textHeight);
-  horizontalHeader()->setFixedHeight(textHeight + 1);
+  verticalHeader()->setDefaultSectionSize(rowHeight_ > 0 ? rowHeight_ : fontMetrics().height() + 1 + gridLine);
+  // Until it has titles a heading has no height of its own to ask for.
+  if (const int heading = horizontalHeader()->sizeHint().height(); heading > 0) {
+    horizontalHeader()->setFixedHeight(heading);
+  }
+}
+
+int ListWidget::heightForRows() const {
+  const int rows = verticalHeader()->defaultSectionSize() * rowCount();
+  const int heading = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->height();
+  return std::max(height(), rows + heading + 2 * frameWidth());
 }
 
 void ListWidget::layOutColumns() {

@@ -13,7 +13,8 @@ namespace corvalta::platform::qt {
 
 // A Listbox on the screen: rows of text cells under an optional heading, with column widths
 // given as percentages of the list's width or as pixels. The cells only show what the view
-// state holds; the user cannot edit them.
+// state holds; the user cannot edit them. The list is one stop of the Tab key: the arrow keys
+// move among its rows, and Tab goes on to the next control.
 class ListWidget final : public QTableWidget {
  public:
   explicit ListWidget(QWidget* parent);
@@ -22,15 +23,19 @@ class ListWidget final : public QTableWidget {
   // Column alignments: 2 centred, 3 right, anything else left.
   void showRows(const std::vector<std::vector<std::string>>& rows,
                 const std::vector<std::int32_t>& alignments);
+  // The height that shows the heading and every row whole; never less than the record's.
+  [[nodiscard]] int heightForRows() const;
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   void layOutColumns();
-  // Rows as high as the text needs and no more, like the framework's lists, so that ten rows
-  // and the heading fit the table's place; DefaultRowHeight above 0 sets the height instead.
+  // Rows as high as the text needs and a pixel more, so that no letter touches the lines
+  // between the rows, and a heading as high as its text needs; DefaultRowHeight above 0 sets
+  // the rows' height instead.
   void layOutRows();
 
   QStringList widths_;

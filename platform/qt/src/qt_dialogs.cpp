@@ -46,17 +46,31 @@ QMessageBox::Icon dialogIcon(std::int32_t icon) {
   }
 }
 
+// A box with no title shows none: Qt would put the application's name there instead.
+QString boxTitle(const std::string& title) {
+  return title.empty() ? QStringLiteral(" ") : toDisplayText(title);
+}
+
+// The desktop's other dialogs carry words on their buttons and no pictures.
+void withoutButtonIcons(QMessageBox& box) {
+  for (QAbstractButton* button : box.buttons()) {
+    button->setIcon({});
+  }
+}
+
 }  // namespace
 
 MsgBoxResult QtDialogs::showMsgBox(const std::string& text, const MsgBoxStyle& style,
                                    const std::string& title) {
-  QMessageBox box(boxIcon(style.icon), toDisplayText(title), toDisplayText(text));
+  QMessageBox box(boxIcon(style.icon), boxTitle(title), toDisplayText(text), QMessageBox::NoButton,
+                  owner());
   for (std::size_t index = 0; index < style.buttons.size(); ++index) {
     auto* button = box.addButton(standardButton(style.buttons[index]));
     if (index == style.defaultButton) {
       box.setDefaultButton(button);
     }
   }
+  withoutButtonIcons(box);
   box.exec();
   const auto pressed = box.standardButton(box.clickedButton());
   for (const auto result : style.buttons) {
@@ -71,7 +85,8 @@ MsgBoxResult QtDialogs::showMsgBox(const std::string& text, const MsgBoxStyle& s
 }
 
 MessageDialogChoice QtDialogs::showMessageDialog(const MessageDialog& dialog) {
-  QMessageBox box(dialogIcon(dialog.Icon), toDisplayText(dialog.Title), toDisplayText(dialog.Message));
+  QMessageBox box(dialogIcon(dialog.Icon), boxTitle(dialog.Title), toDisplayText(dialog.Message),
+                  QMessageBox::NoButton, owner());
   box.setInformativeText(toDisplayText(dialog.Explanation));
   struct Choice {
     const MessageDialogButton& button;
@@ -97,6 +112,7 @@ MessageDialogChoice QtDialogs::showMessageDialog(const MessageDialog& dialog) {
     }
     shown.emplace_back(button, choice.choice);
   }
+  withoutButtonIcons(box);
   box.exec();
   for (const auto& [button, choice] : shown) {
     if (button == box.clickedButton()) {

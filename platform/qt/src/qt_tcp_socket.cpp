@@ -6,10 +6,15 @@
 
 #include <limits>
 
+#include <sys/socket.h>
+
 namespace corvalta::platform::qt {
 namespace {
 
-constexpr qint64 kReadBufferBytes = 256 * 1024;
+// Qt keeps one block of its buffer between reads if the block is no larger than its own block
+// size, 16 KiB, and frees a larger one each time the buffer runs empty: with larger pieces every
+// read would allocate anew, and whether that costs page faults depends on the allocator's mood.
+constexpr qint64 kReadBufferBytes = 16 * 1024;
 
 std::int32_t errorCodeOf(QAbstractSocket::SocketError error) {
   switch (error) {
@@ -20,17 +25,6 @@ std::int32_t errorCodeOf(QAbstractSocket::SocketError error) {
     case QAbstractSocket::SocketTimeoutError: return code(NetworkError::ConnectionLost);
     default: return code(NetworkError::OtherSocketError);
   }
-}
-
-std::string readUpTo(QTcpSocket* socket, std::size_t count) {
-  if (socket == nullptr) {
-    return {};
-  }
-  const auto available = static_cast<std::size_t>(socket->bytesAvailable());
-  std::string bytes(std::min(count, available), '\0');
-  const qint64 got = socket->read(bytes.data(), static_cast<qint64>(bytes.size()));
-  bytes.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
-  return bytes;
 }
 
 }  // namespace
@@ -51,22 +45,22 @@ void QtTcpSocket::setPort(std::int32_t port) { port_ = port; }
 
 void QtTcpSocket::Connect() {
   dropConnection();
-  ++attempt_;
+  liveness_.nextAttempt();
   lastError_ = 0;
   if (port_ < 1 || port_ > std::numeric_limits<quint16>::max()) {
     failSoon(code(NetworkError::InvalidPort));
     return;
   }
   socket_ = new QTcpSocket;
-  // Qt would otherwise pull all the kernel holds into one growing buffer: a fast sender then
-  // makes pieces of megabytes, which cost memory and fall out of the cache on every copy.
+  // Qt would otherwise pull all the kernel holds into one growing buffer, allocated afresh for
+  // each piece.
   socket_->setReadBufferSize(kReadBufferBytes);
   wire(*socket_);
   socket_->connectToHost(QString::fromStdString(address_), static_cast<quint16>(port_));
 }
 
 void QtTcpSocket::Close() {
-  ++attempt_;
+  liveness_.nextAttempt();
   dropConnection();
 }
 
@@ -84,22 +78,25 @@ void QtTcpSocket::Write(const std::string& bytes) {
   }
 }
 
-std::string QtTcpSocket::Lookahead() const {
-  if (socket_ == nullptr) {
-    return {};
-  }
-  const QByteArray bytes = socket_->peek(socket_->bytesAvailable());
-  return bytes.toStdString();
-}
-
 std::size_t QtTcpSocket::BytesAvailable() const {
   return socket_ == nullptr ? 0 : static_cast<std::size_t>(socket_->bytesAvailable());
 }
 
-std::string QtTcpSocket::Read(std::size_t count) { return readUpTo(socket_, count); }
-
-std::string QtTcpSocket::ReadAll() {
-  return readUpTo(socket_, std::numeric_limits<std::size_t>::max());
+std::size_t QtTcpSocket::Read(std::span<char> into) {
+  if (socket_ == nullptr || into.empty()) {
+    return 0;
+  }
+  const qint64 buffered = socket_->read(into.data(), static_cast<qint64>(into.size()));
+  const std::size_t got = buffered > 0 ? static_cast<std::size_t>(buffered) : 0;
+  if (got == into.size() || socket_->state() != QAbstractSocket::ConnectedState) {
+    return got;
+  }
+  // Qt takes the kernel's bytes into its buffer 16 KiB at a time: what else has arrived goes
+  // straight into the caller's memory, a copy and a turn of the loop fewer per 16 KiB. The end
+  // of the stream and errors are left for Qt to find on its next read.
+  const ssize_t direct = ::recv(static_cast<int>(socket_->socketDescriptor()), into.data() + got,
+                                into.size() - got, MSG_DONTWAIT);
+  return direct > 0 ? got + static_cast<std::size_t>(direct) : got;
 }
 
 bool QtTcpSocket::IsConnected() const {
@@ -126,8 +123,8 @@ void QtTcpSocket::failSoon(std::int32_t errorCode) {
   // Connect returns before its outcome is known, on every path.
   QMetaObject::invokeMethod(
       QCoreApplication::instance(),
-      [this, alive = std::weak_ptr<char>(alive_), attempt = attempt_, errorCode] {
-        if (alive.expired() || attempt != attempt_) {
+      [this, token = liveness_.token(), errorCode] {
+        if (!token.holds()) {
           return;
         }
         lastError_ = errorCode;
@@ -141,10 +138,10 @@ void QtTcpSocket::failSoon(std::int32_t errorCode) {
 void QtTcpSocket::deliver(const std::function<void()>& call) {
   // The handler may destroy this object, and with it the handler itself: run a copy, and
   // touch nothing of ours afterwards unless we still live.
-  const std::weak_ptr<char> alive = alive_;
+  const auto token = liveness_.token();
   ++handlerDepth_;
   call();
-  if (!alive.expired()) {
+  if (token.alive()) {
     --handlerDepth_;
   }
 }

@@ -18,6 +18,12 @@ namespace corvalta::platform::qt {
 QtView::QtView(Application& app) : app_(app) {}
 
 QtView::~QtView() {
+  // Owned windows first: their owner takes them down with it.
+  for (const auto& [window, widget] : windows_) {
+    if (widget != nullptr && widget->parentWidget() != nullptr) {
+      delete widget;
+    }
+  }
   for (const auto& [window, widget] : windows_) {
     delete widget;
   }
@@ -30,7 +36,7 @@ QWidget* QtView::topLevel(const std::string& windowClass) const {
 
 WindowWidget* QtView::widgetOf(const Window& window) const {
   const auto found = windows_.find(&window);
-  return found == windows_.end() ? nullptr : found->second;
+  return found == windows_.end() ? nullptr : found->second.data();
 }
 
 void QtView::windowCreated(Window& window) {
@@ -39,7 +45,8 @@ void QtView::windowCreated(Window& window) {
     // The framework's quit action closes the main window, whose Close saves and quits.
     menuBar = makeMenuBar(app_, [this] { closeWindow(app_, menuBarWindow_); });
   }
-  windows_.emplace(&window, new WindowWidget(app_, window, menuBar));
+  QWidget* owner = window.className() == menuBarWindow_ ? nullptr : topLevel(menuBarWindow_);
+  windows_.emplace(&window, new WindowWidget(app_, window, menuBar, owner));
 }
 
 void QtView::windowShown(Window& window, bool modal) {
@@ -47,10 +54,17 @@ void QtView::windowShown(Window& window, bool modal) {
   if (widget == nullptr) {
     return;
   }
+  // A window whose record says Visible shows as it opens, and ShowModal then asks for it again,
+  // modal: Qt takes a change of modality only while the window is hidden, and a modal window
+  // has its place over the main window, not beside it.
+  const auto modality = modal ? Qt::ApplicationModal : Qt::NonModal;
+  if (widget->isVisible() && widget->windowModality() != modality) {
+    widget->hide();
+  }
   if (!widget->isVisible()) {
-    widget->setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    widget->setWindowModality(modality);
     if (window.className() != menuBarWindow_) {
-      placeBesideMainWindow(widget);
+      modal ? placeOverMainWindow(widget) : placeBesideMainWindow(widget);
     }
     widget->show();
     widget->showFocus();
@@ -68,7 +82,8 @@ void QtView::placeBesideMainWindow(QWidget* top) const {
     return;
   }
   const auto others = std::count_if(windows_.begin(), windows_.end(), [&](const auto& entry) {
-    return entry.second != top && entry.second != main && entry.second->isVisible();
+    return entry.second != nullptr && entry.second != top && entry.second != main &&
+           entry.second->isVisible();
   });
   const int step = 28 * static_cast<int>(others);
   const auto frame = main->frameGeometry();
@@ -81,6 +96,18 @@ void QtView::placeBesideMainWindow(QWidget* top) const {
     }
   }
   top->move(at);
+}
+
+// A modal window, which the game waits on, opens centred over the main window, as the
+// desktop's dialogs open over their parents.
+void QtView::placeOverMainWindow(QWidget* top) const {
+  const QWidget* main = topLevel(menuBarWindow_);
+  if (main == nullptr || !main->isVisible()) {
+    return;
+  }
+  QRect place({}, top->sizeHint());
+  place.moveCenter(main->frameGeometry().center());
+  top->move(place.topLeft());
 }
 
 void QtView::windowHidden(Window& window) {

@@ -1,5 +1,7 @@
 #include "record_colors.h"
 
+#include <corvalta/platform/record_names.h>
+
 #include <QWidget>
 
 #include <algorithm>
@@ -68,14 +70,14 @@ QColor shownText(const Color& recorded, const QPalette& palette, const QColor& g
 }
 
 void showColors(QWidget* widget, std::string_view className, const PropertyList& properties) {
-  const auto* text = colorNamed(properties, "TextColor");
-  const auto* ground = colorNamed(properties, "BackColor");
+  const auto* text = colorNamed(properties, property::TextColor);
+  const auto* ground = colorNamed(properties, property::BackColor);
   const QPalette& desktop = widget->window()->palette();
   QPalette palette = widget->palette();
-  if (className == "StaticText" && text != nullptr) {
+  if (className == record_class::StaticText && text != nullptr) {
     palette.setColor(QPalette::WindowText,
                      shownText(*text, desktop, palette.color(QPalette::Window)));
-  } else if (className == "EditField") {
+  } else if (className == record_class::EditField) {
     if (ground != nullptr) {
       palette.setColor(QPalette::Base, shownGround(*ground, desktop));
     }

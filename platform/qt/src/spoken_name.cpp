@@ -2,6 +2,7 @@
 
 #include "control_widgets.h"
 
+#include <corvalta/platform/record_names.h>
 #include <corvalta/platform/window.h>
 
 #include <QRect>
@@ -20,16 +21,16 @@ std::int32_t number(const PaneChild& child, std::string_view name) {
 }
 
 QRect placeOf(const PaneChild& child) {
-  return {number(child, "Left"), number(child, "Top"), number(child, "Width"), number(child, "Height")};
+  return {number(child, property::Left), number(child, property::Top), number(child, property::Width), number(child, property::Height)};
 }
 
 // A label's words: "Name:" names a field "Name"; a label of signs or digits alone ("+", "0")
 // names nothing.
 QString wordsOf(const PaneChild& label) {
-  if (label.className() != "StaticText" || !valueOr(label.property("Visible"), true)) {
+  if (label.className() != record_class::StaticText || !valueOr(label.property(property::Visible), true)) {
     return {};
   }
-  auto words = toDisplayText(valueOr<std::string>(label.property("Text"), {})).simplified();
+  auto words = toDisplayText(valueOr<std::string>(label.property(property::Text), {})).simplified();
   while (words.endsWith(':')) words.chop(1);
   return std::any_of(words.begin(), words.end(), [](QChar c) { return c.isLetter(); }) ? words : QString();
 }
@@ -94,7 +95,7 @@ bool isNumberedClassName(const PaneChild& control) {
 
 QString spokenName(const Window& window, const PaneChild& control) {
   const auto& className = control.className();
-  if (className != "EditField" && className != "Listbox" && className != "ProgressBar") {
+  if (className != record_class::EditField && className != record_class::Listbox && className != record_class::ProgressBar) {
     return {};
   }
   if (auto label = nearestLabel(window, control); !label.isEmpty()) {

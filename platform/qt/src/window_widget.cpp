@@ -7,6 +7,7 @@
 #include "spoken_name.h"
 
 #include <corvalta/platform/controls.h>
+#include <corvalta/platform/record_names.h>
 #include <corvalta/platform/user_input.h>
 
 #include <QAbstractButton>
@@ -20,10 +21,14 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <vector>
+
 namespace corvalta::platform::qt {
 
-WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
-    : app_(app), window_(&window), className_(window.className()), content_(new QWidget(this)) {
+WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar, QWidget* owner)
+    : QWidget(owner), app_(app), window_(&window), className_(window.className()), content_(new QWidget(this)) {
+  setObjectName(QString::fromStdString(className_));
   setAttribute(Qt::WA_DeleteOnClose, false);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -36,12 +41,15 @@ WindowWidget::WindowWidget(Application& app, Window& window, QMenuBar* menuBar)
   content_->setFocusPolicy(Qt::ClickFocus);
   content_->installEventFilter(this);
 
-  Qt::WindowFlags flags = valueOr<std::int32_t>(window.property("Frame"), 0) == 1 ? Qt::Dialog
-                                                                                   : Qt::Window;
+  // Only a dialog is told to the window manager as transient for its owner.
+  Qt::WindowFlags flags =
+      owner != nullptr || valueOr<std::int32_t>(window.property(property::Frame), 0) == 1
+          ? Qt::Dialog
+          : Qt::Window;
   flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
-  if (valueOr(window.property("CloseButton"), true)) flags |= Qt::WindowCloseButtonHint;
-  if (valueOr(window.property("MinimizeButton"), false)) flags |= Qt::WindowMinimizeButtonHint;
-  if (valueOr(window.property("MaximizeButton"), false)) flags |= Qt::WindowMaximizeButtonHint;
+  if (valueOr(window.property(property::CloseButton), true)) flags |= Qt::WindowCloseButtonHint;
+  if (valueOr(window.property(property::MinimizeButton), false)) flags |= Qt::WindowMinimizeButtonHint;
+  if (valueOr(window.property(property::MaximizeButton), false)) flags |= Qt::WindowMaximizeButtonHint;
   setWindowFlags(flags);
 
   for (const auto& property : window.properties()) {
@@ -72,24 +80,24 @@ void WindowWidget::showWindowProperty(std::string_view name) {
     return;
   }
   const auto* value = window_->property(name);
-  if (name == "Title") {
+  if (name == property::Title) {
     setWindowTitle(toDisplayText(valueOr<std::string>(value, {})));
-  } else if (name == "Width" || name == "Height") {
-    const auto width = valueOr<std::int32_t>(window_->property("Width"), 100);
-    const auto height = valueOr<std::int32_t>(window_->property("Height"), 100);
-    if (valueOr(window_->property("Resizeable"), false)) {
-      content_->setMinimumSize(valueOr<std::int32_t>(window_->property("MinWidth"), 0),
-                               valueOr<std::int32_t>(window_->property("MinHeight"), 0));
+  } else if (name == property::Width || name == property::Height) {
+    const auto width = valueOr<std::int32_t>(window_->property(property::Width), 100);
+    const auto height = valueOr<std::int32_t>(window_->property(property::Height), 100);
+    if (valueOr(window_->property(property::Resizeable), false)) {
+      content_->setMinimumSize(valueOr<std::int32_t>(window_->property(property::MinWidth), 0),
+                               valueOr<std::int32_t>(window_->property(property::MinHeight), 0));
       resize(width, height);
     } else {
       content_->setFixedSize(width, height);
     }
-  } else if (name == "Resizeable") {
+  } else if (name == property::Resizeable) {
     layout()->setSizeConstraint(valueOr(value, false) ? QLayout::SetDefaultConstraint
                                                       : QLayout::SetFixedSize);
-  } else if (name == "HasBackColor" || name == "BackColor") {
-    if (valueOr(window_->property("HasBackColor"), false)) {
-      const auto color = valueOr<Color>(window_->property("BackColor"), {});
+  } else if (name == property::HasBackColor || name == property::BackColor) {
+    if (valueOr(window_->property(property::HasBackColor), false)) {
+      const auto color = valueOr<Color>(window_->property(property::BackColor), {});
       auto palette = content_->palette();
       palette.setColor(QPalette::Window, shownGround(color, this->palette()));
       content_->setPalette(palette);
@@ -104,6 +112,7 @@ void WindowWidget::addControl(PaneChild& child) {
     return;
   }
   widgets_.emplace(&child, widget);
+  widget->setObjectName(QString::fromStdString(child.key()));
   widget->installEventFilter(this);
   connectInput(child, widget);
 }
@@ -158,13 +167,14 @@ void WindowWidget::enterEdit(const Window* window, const std::string& name, cons
   field->userEdit(typed);
   muted_ = nullptr;
   // The field may have refused part of the typing (its mask, its limit): show what it took.
-  showControlProperty(*field, "Text");
+  showControlProperty(*field, property::Text);
 }
 
 void WindowWidget::userFocused(QWidget* now) {
   if (window_ == nullptr || now == nullptr || now->window() != this) {
     return;
   }
+  keepRadioButtonsTabStops(now);
   auto* control = dynamic_cast<Control*>(childOf(now));
   if (control != nullptr && window_->focus() != control) {
     control->SetFocus();
@@ -183,15 +193,15 @@ PaneChild* WindowWidget::childOf(const QWidget* widget) const {
 void WindowWidget::showControlProperty(PaneChild& child, std::string_view name) {
   const auto found = widgets_.find(&child);
   const auto* value = child.property(name);
-  if (found == widgets_.end() || value == nullptr || (&child == muted_ && name == "Text")) {
+  if (found == widgets_.end() || value == nullptr || (&child == muted_ && name == property::Text)) {
     return;
   }
-  if (name == "TextColor" || name == "BackColor") {
+  if (name == property::TextColor || name == property::BackColor) {
     showColors(found->second, child.className(), child.properties());
   } else {
     qt::showControlProperty(found->second, child.className(), name, *value);
   }
-  if (name == "Enabled" || name == "Visible") {
+  if (name == property::Enabled || name == property::Visible) {
     showEnabledStates();
   }
 }
@@ -215,7 +225,37 @@ void WindowWidget::showRows(Listbox& list) {
   for (std::int32_t column = 0; column < list.ColumnCount(); ++column) {
     alignments.push_back(list.ColumnAlignment(column));
   }
-  static_cast<ListWidget*>(found->second)->showRows(list.rows(), alignments);
+  auto* shown = static_cast<ListWidget*>(found->second);
+  shown->showRows(list.rows(), alignments);
+  growList(shown, shown->heightForRows());
+}
+
+// A list whose record is too low for its heading and rows grows down, and the controls under
+// it move down as far as they must to keep clear of it and of one another, each the same
+// distance from the one above as before, or 4 pixels where that distance is less.
+void WindowWidget::growList(QWidget* list, int height) {
+  if (height <= list->height()) {
+    return;
+  }
+  list->resize(list->width(), height);
+  std::vector<QWidget*> below;
+  for (QWidget* other : content_->findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    const QRect place = other->geometry();
+    if (other != list && place.top() >= list->y() && place.left() < list->geometry().right() &&
+        place.right() > list->x()) {
+      below.push_back(other);
+    }
+  }
+  std::sort(below.begin(), below.end(), [](QWidget* a, QWidget* b) { return a->y() < b->y(); });
+  constexpr int gap = 4;
+  int clearFrom = list->geometry().bottom() + 1 + gap;
+  for (QWidget* other : below) {
+    if (other->y() >= clearFrom) {
+      break;
+    }
+    other->move(other->x(), clearFrom);
+    clearFrom = other->geometry().bottom() + 1 + gap;
+  }
 }
 
 void WindowWidget::showFocus() {
@@ -223,10 +263,29 @@ void WindowWidget::showFocus() {
     return;
   }
   const auto found = widgets_.find(window_->focus());
-  QWidget* target = found != widgets_.end() ? found->second : content_;
+  QWidget* target = found != widgets_.end() ? found->second : firstFocusable();
+  if (target == nullptr) {
+    target = content_;
+  } else if (auto* field = qobject_cast<QLineEdit*>(target); field != nullptr && found == widgets_.end()) {
+    field->selectAll();
+  }
   if (!target->hasFocus()) {
     target->setFocus(Qt::OtherFocusReason);
   }
+}
+
+QWidget* WindowWidget::firstFocusable() const {
+  for (const PaneChild* child : window_->controls()) {
+    const auto found = widgets_.find(child);
+    if (found == widgets_.end()) {
+      continue;
+    }
+    QWidget* widget = found->second;
+    if ((widget->focusPolicy() & Qt::TabFocus) != 0 && widget->isEnabled() && !widget->isHidden()) {
+      return widget;
+    }
+  }
+  return nullptr;
 }
 
 void WindowWidget::refresh(const PaneChild& child) {
@@ -247,7 +306,7 @@ void WindowWidget::detach() {
 void WindowWidget::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) {
-    showWindowProperty("BackColor");
+    showWindowProperty(property::BackColor);
   }
 }
 

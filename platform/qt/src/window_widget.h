@@ -16,10 +16,11 @@ namespace corvalta::platform::qt {
 // One window of the view state on the screen: a top-level widget holding a content area of
 // the window's Width and Height, with a widget for each control in the order of creation,
 // which is also Qt's Tab order. It shows what the view state holds and sends what the user
-// does back as input.
+// does back as input. A window with an owner (the main window) is a dialog of the owner's:
+// the window manager keeps it above the owner and with it.
 class WindowWidget final : public QWidget {
  public:
-  WindowWidget(Application& app, Window& window, QMenuBar* menuBar);
+  WindowWidget(Application& app, Window& window, QMenuBar* menuBar, QWidget* owner);
   ~WindowWidget() override;
   WindowWidget(const WindowWidget&) = delete;
   WindowWidget& operator=(const WindowWidget&) = delete;
@@ -27,6 +28,9 @@ class WindowWidget final : public QWidget {
   void showWindowProperty(std::string_view name);
   void showControlProperty(PaneChild& child, std::string_view name);
   void showRows(Listbox& list);
+  // Puts the keyboard focus where the view state has it; where it has none, on the first
+  // control in the order of creation that takes the focus, with a field's text selected, so
+  // that typing at once replaces it.
   void showFocus();
   void refresh(const PaneChild& child);
   // The window is closing: from now on the widget forgets the view state, and it goes once
@@ -48,6 +52,8 @@ class WindowWidget final : public QWidget {
   void userFocused(QWidget* now);
   bool handleKey(QKeyEvent* event);
   void showEnabledStates();
+  void growList(QWidget* list, int height);
+  [[nodiscard]] QWidget* firstFocusable() const;
   [[nodiscard]] PaneChild* childOf(const QWidget* widget) const;
 
   Application& app_;

@@ -2,9 +2,10 @@
 #include <corvalta/platform/headless/headless_services.h>
 #include <corvalta/platform/menu_item_classes.h>
 #include <corvalta/platform/network_error.h>
-#include <corvalta/platform/qt/loaded_tcp_socket.h>
 #include <corvalta/platform/qt/qt_clock_service.h>
+#include <corvalta/platform/qt/qt_dialogs.h>
 #include <corvalta/platform/qt/qt_event_loop.h>
+#include <corvalta/platform/qt/qt_tcp_socket.h>
 #include <corvalta/platform/qt/sdl_sound_system.h>
 
 #include "../src/menu_bar_widget.h"
@@ -15,6 +16,9 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
 #include <QTemporaryDir>
 
 #include <cstdlib>
@@ -24,6 +28,37 @@ namespace corvalta::platform::qt {
 namespace {
 
 using namespace std::chrono_literals;
+
+// A message box belongs to the owner's window and opens over it; a box without a title shows a
+// blank one rather than the application's name, and its buttons carry words, no pictures.
+TEST(QtDialogsTest, BoxesBelongToTheOwnerAndShowTheirOwnTitle) {
+  QWidget owner;
+  QtDialogs dialogs;
+  dialogs.setOwner([&owner] { return &owner; });
+  const struct {
+    std::string title;
+    QString shown;
+  } cases[] = {{"", " "}, {"Update", "Update"}};
+  for (const auto& box : cases) {
+    QString title;
+    QWidget* parent = nullptr;
+    bool pictures = true;
+    QTimer::singleShot(0, [&] {
+      auto* shown = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(shown, nullptr);
+      title = shown->windowTitle();
+      parent = shown->parentWidget();
+      const auto buttons = shown->buttons();
+      pictures = std::any_of(buttons.begin(), buttons.end(), [](auto* b) { return !b->icon().isNull(); });
+      shown->button(QMessageBox::Cancel)->click();
+    });
+    const auto result = dialogs.showMsgBox("Clear?", decodeMsgBoxButtons(305), box.title);
+    EXPECT_EQ(result, kMsgBoxCancel);
+    EXPECT_EQ(title, box.shown);
+    EXPECT_EQ(parent, &owner);
+    EXPECT_FALSE(pictures);
+  }
+}
 
 // Calls run in the order of their times, calls of the same time in the order asked for, a
 // cancelled one never, and a call may ask for more.
@@ -83,12 +118,12 @@ TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
   ::unsetenv("SDL_AUDIODRIVER");
 }
 
-// Without its module (none lies beside a test program) a socket is still made: each Connect
-// fails with OtherSocketError once it has returned, and a Close before then drops the failure.
-TEST(LoadedTcpSocket, WithoutItsModuleEveryConnectFails) {
+// A Connect that fails before it reaches the network (a port out of range) still fails only
+// once it has returned, and a Close or another Connect before then drops that failure.
+TEST(QtTcpSocket, AFailureQueuedForAnEarlierAttemptNeverArrives) {
   QtEventLoop loop;
   QtClockService clock;
-  const auto socket = newLoadedTcpSocket();
+  const auto socket = std::make_unique<QtTcpSocket>();
   std::vector<std::int32_t> errors;
   TCPSocket::Events events;
   events.onError = [&] {
@@ -97,7 +132,7 @@ TEST(LoadedTcpSocket, WithoutItsModuleEveryConnectFails) {
   };
   socket->setEvents(events);
   socket->setAddress("127.0.0.1");
-  socket->setPort(80);
+  socket->setPort(0);
   socket->Connect();
   socket->Close();
   socket->Connect();
@@ -105,7 +140,7 @@ TEST(LoadedTcpSocket, WithoutItsModuleEveryConnectFails) {
   EXPECT_TRUE(loop.waitUntil([&] { return !errors.empty(); },
                              {.deliverInput = true, .deadline = clock.now() + 10s}));
   QCoreApplication::processEvents();
-  EXPECT_EQ(errors, std::vector<std::int32_t>{code(NetworkError::OtherSocketError)});
+  EXPECT_EQ(errors, std::vector<std::int32_t>{code(NetworkError::InvalidPort)});
   EXPECT_FALSE(socket->IsConnected());
 }
 

@@ -60,7 +60,8 @@ WindowPlan testPlan() {
            {"Table", "Listbox",
             at("Table", 140, 10, 150, 157,
                {{"ColumnCount", 3}, {"ColumnWidths", std::string("40% 30%\t30%")}, {"HasHeading", true},
-                {"InitialValue", std::string("Name\tLevel\tScore")}, {"DefaultRowHeight", -1}}),
+                {"InitialValue", std::string("Name\tLevel\tScore")}, {"DefaultRowHeight", -1},
+                {"GridLinesHorizontal", 3}}),
             {}},
            {"Ticker", "Timer", {{"Mode", 0}, {"Period", 1000}}, {}}}};
 }
@@ -77,16 +78,7 @@ class QtViewTest : public ::testing::Test {
 
   template <class W>
   W* widget(const char* name) const {
-    for (auto* candidate : top->findChildren<W*>()) {
-      if (candidate->geometry() == geometryOf(name)) return candidate;
-    }
-    return nullptr;
-  }
-
-  QRect geometryOf(const char* name) const {
-    const auto& control = *window->controlByName(name);
-    const auto number = [&](const char* property) { return std::get<std::int32_t>(*control.property(property)); };
-    return {number("Left"), number("Top"), number("Width"), number("Height")};
+    return top->findChild<W*>(name);
   }
 
   void settle() { QCoreApplication::processEvents(); }
@@ -137,9 +129,9 @@ TEST_F(QtViewTest, WidgetsShowTheRecordsThenTheState) {
   EXPECT_EQ(list->item(0, 2)->textAlignment() & Qt::AlignHorizontal_Mask, Qt::AlignHCenter);
   window->control<GroupBox>("Group").setEnabled(true);
   EXPECT_TRUE(widget<QRadioButton>("Easy")->isEnabled());
-  // Ten rows and the heading fit the list's place.
+  // The list grows to show ten rows and the heading whole.
   for (int row = 1; row < 10; ++row) table.AddRow("Bo");
-  EXPECT_LE(list->horizontalHeader()->height() + 10 * list->rowHeight(0), 157 - 2);
+  EXPECT_GE(list->height(), list->horizontalHeader()->height() + 10 * list->rowHeight(0) + 2 * list->frameWidth());
 }
 
 // What the user does goes into the state, which raises the events; the widgets then show what
@@ -201,6 +193,33 @@ TEST_F(QtViewTest, ColorsFollowTheDesktopAndEveryControlHasAName) {
   EXPECT_EQ(easy->role(), QAccessible::RadioButton);
   EXPECT_EQ(field->accessibleName(), "two lines");
   EXPECT_EQ(widget<ListWidget>("Table")->accessibleName(), "Table");
+}
+
+// Tab visits each control that takes the focus once, in the order of creation, the list as
+// one stop whatever its rows and each radio button as its own; the list keeps no row chosen
+// once the focus has left it.
+TEST_F(QtViewTest, TabVisitsEachControlOnceInTheOrderOfCreation) {
+  auto& table = window->control<Listbox>("Table");
+  table.AddRow("Ann");
+  table.AddRow("Bo");
+  QApplication::setActiveWindow(top);
+  EXPECT_EQ(QApplication::focusWidget(), widget<QLineEdit>("Field"));
+  std::vector<QString> visited;
+  for (int step = 0; step < 8; ++step) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    visited.push_back(QApplication::focusWidget()->objectName());
+  }
+  const std::vector<QString> expected = {"Short", "Easy", "Hard", "Go", "Stop", "Table", "Field", "Short"};
+  EXPECT_EQ(visited, expected);
+
+  auto* list = widget<ListWidget>("Table");
+  list->setFocus();
+  QTest::keyClick(list, Qt::Key_Down);
+  EXPECT_FALSE(list->selectedItems().isEmpty());
+  QTest::keyClick(list, Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), widget<QLineEdit>("Field"));
+  EXPECT_TRUE(list->selectedItems().isEmpty());
+  EXPECT_FALSE(list->currentIndex().isValid());
 }
 
 // The close box asks the state to close the window; the widget goes when the state says.

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <corvalta/net/internet_headers.h>
+#include <corvalta/net/header_block_search.h>
 #include <corvalta/platform/event_loop.h>
+#include <corvalta/platform/liveness.h>
 #include <corvalta/platform/tcp_socket.h>
 
 #include <cstdint>
@@ -40,6 +42,13 @@ class HTTPSocket {
   // far above any real server's headers, small enough that a server that sends header lines
   // forever can't grow the client.
   static constexpr std::size_t kMaxHeaderBlockBytes = 256 * 1024;
+  // A page in memory gets room for its announced "Content-length" up front, so that a large
+  // one is neither copied as it grows nor held twice, but for no more than this: a server can
+  // announce any length. Beyond it, or without a length, the page grows as it comes.
+  static constexpr std::size_t kMaxPageReserveBytes = std::size_t{1} << 30;
+  // A body going to a file passes through one buffer of this size, made once: small enough that
+  // the write into the file finds the piece still in the processor's cache.
+  static constexpr std::size_t kPieceBytes = 128 * 1024;
 
   // Each is optional. Headers may be null (a response without a header block).
   struct Events {
@@ -47,9 +56,8 @@ class HTTPSocket {
                        const std::string& content)>
         PageReceived;
     // Byte counts are 64-bit so that downloads beyond 2 GiB count right; `expected` is the
-    // response's "Content-length", 0 without one.
-    std::function<void(std::int64_t bytesSoFar, std::int64_t expected,
-                       const std::string& newData)>
+    // response's "Content-length", 0 without one. `newData` lives until the handler returns.
+    std::function<void(std::int64_t bytesSoFar, std::int64_t expected, std::string_view newData)>
         ReceiveProgress;
     std::function<void()> Connected;
     std::function<void(const std::string& url, std::int32_t status, const Headers& headers,
@@ -122,9 +130,6 @@ class HTTPSocket {
   void setTimeoutSeconds(std::int32_t seconds) { timeoutSeconds_ = seconds; }
 
  private:
-  // Tells whether this object still lives and still runs the request it ran when made; code
-  // that has fired an event checks it before it touches anything.
-  class Guard;
   // Calls an event handler, if one is installed, through a copy (the handler may replace
   // itself); returns whether this request still runs afterwards.
   template <typename Handler, typename... Args>
@@ -149,7 +154,9 @@ class HTTPSocket {
   bool takeHeaderBlock();
   void takeAsHeaderBlock(std::size_t length, std::size_t skip);
   void ParseHeaders(std::string text);
-  void ProcessData(const std::string& data);
+  void reservePage();
+  void readBody();
+  void ProcessData(std::string_view data);
   void ProcessPage();
   void ResetVariables();
   bool SetDownloadFile(const std::optional<std::filesystem::path>& file);
@@ -196,9 +203,13 @@ class HTTPSocket {
   // Bytes of the response not yet taken as header block: we hold them rather than leave them
   // in the socket, so that each new piece is searched once.
   std::string unreadHead_;
-  std::size_t searchedUpTo_ = 0;
-  std::uint64_t attempt_ = 0;
-  std::shared_ptr<char> alive_ = std::make_shared<char>();
+  detail::HeaderBlockSearch headerSearch_;
+  // Where a body on its way to a file (or a HEAD answer's, on its way to nowhere) is read;
+  // made at the first such body and kept.
+  std::unique_ptr<char[]> piece_;
+  // Code that has fired an event asks a token whether this object still lives and still runs
+  // the request it ran before, before it touches anything; each request is an attempt.
+  platform::Liveness liveness_;
 };
 
 }  // namespace corvalta::net

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <corvalta/platform/pane_child.h>
+#include <corvalta/platform/record_names.h>
 
 #include <cstdint>
 #include <memory>
@@ -16,11 +17,11 @@ class Control : public PaneChild {
  public:
   using PaneChild::PaneChild;
 
-  [[nodiscard]] std::string Name() const { return textProperty("Name"); }
-  [[nodiscard]] bool Enabled() const { return boolProperty("Enabled", true); }
-  void setEnabled(bool enabled) { setProperty("Enabled", enabled); }
-  [[nodiscard]] bool Visible() const { return boolProperty("Visible", true); }
-  void setVisible(bool visible) { setProperty("Visible", visible); }
+  [[nodiscard]] std::string Name() const { return textProperty(property::Name); }
+  [[nodiscard]] bool Enabled() const { return boolProperty(property::Enabled, true); }
+  void setEnabled(bool enabled) { setProperty(property::Enabled, enabled); }
+  [[nodiscard]] bool Visible() const { return boolProperty(property::Visible, true); }
+  void setVisible(bool visible) { setProperty(property::Visible, visible); }
 
   // The control named by the record's InitialParent (a group box), or nullptr.
   [[nodiscard]] Control* parent() const;
@@ -38,20 +39,20 @@ class Control : public PaneChild {
 
 class StaticText : public Control {
  public:
-  StaticText() : Control("StaticText") {}
-  [[nodiscard]] std::string Text() const { return textProperty("Text"); }
-  void setText(std::string text) { setProperty("Text", std::move(text)); }
+  StaticText() : Control(record_class::StaticText) {}
+  [[nodiscard]] std::string Text() const { return textProperty(property::Text); }
+  void setText(std::string text) { setProperty(property::Text, std::move(text)); }
 };
 
 class EditField : public Control {
  public:
-  EditField() : Control("EditField") {}
-  [[nodiscard]] std::string Text() const { return textProperty("Text"); }
+  EditField() : Control(record_class::EditField) {}
+  [[nodiscard]] std::string Text() const { return textProperty(property::Text); }
   // Raises TextChange when the text differs from before, whoever sets it.
   void setText(std::string text);
-  [[nodiscard]] std::string Mask() const { return textProperty("Mask"); }
-  [[nodiscard]] bool ReadOnly() const { return boolProperty("ReadOnly"); }
-  [[nodiscard]] std::int32_t LimitText() const { return intProperty("LimitText"); }
+  [[nodiscard]] std::string Mask() const { return textProperty(property::Mask); }
+  [[nodiscard]] bool ReadOnly() const { return boolProperty(property::ReadOnly); }
+  [[nodiscard]] std::int32_t LimitText() const { return intProperty(property::LimitText); }
 
   // The user selects all of the field and types `text`, one character at a time: each
   // character that Mask and LimitText let in changes the text and raises TextChange.
@@ -68,20 +69,20 @@ class EditField : public Control {
 
 class PushButton : public Control {
  public:
-  PushButton() : Control("PushButton") {}
-  [[nodiscard]] std::string Caption() const { return textProperty("Caption"); }
-  [[nodiscard]] bool Default() const { return boolProperty("Default"); }
-  void setDefault(bool isDefault) { setProperty("Default", isDefault); }
-  [[nodiscard]] bool Cancel() const { return boolProperty("Cancel"); }
+  PushButton() : Control(record_class::PushButton) {}
+  [[nodiscard]] std::string Caption() const { return textProperty(property::Caption); }
+  [[nodiscard]] bool Default() const { return boolProperty(property::Default); }
+  void setDefault(bool isDefault) { setProperty(property::Default, isDefault); }
+  [[nodiscard]] bool Cancel() const { return boolProperty(property::Cancel); }
   // Raises Action if the button accepts input.
   void userPress() override;
 };
 
 class RadioButton : public Control {
  public:
-  RadioButton() : Control("RadioButton") {}
-  [[nodiscard]] std::string Caption() const { return textProperty("Caption"); }
-  [[nodiscard]] bool Value() const { return boolProperty("Value"); }
+  RadioButton() : Control(record_class::RadioButton) {}
+  [[nodiscard]] std::string Caption() const { return textProperty(property::Caption); }
+  [[nodiscard]] bool Value() const { return boolProperty(property::Value); }
   // Turning the button on clears the other radio buttons of its parent and then raises its
   // Action, by code as by a click; turning it off, or on again, raises nothing.
   void setValue(bool value);
@@ -90,30 +91,30 @@ class RadioButton : public Control {
 
 class GroupBox : public Control {
  public:
-  GroupBox() : Control("GroupBox") {}
-  [[nodiscard]] std::string Caption() const { return textProperty("Caption"); }
+  GroupBox() : Control(record_class::GroupBox) {}
+  [[nodiscard]] std::string Caption() const { return textProperty(property::Caption); }
 };
 
 class Separator : public Control {
  public:
-  Separator() : Control("Separator") {}
+  Separator() : Control(record_class::Separator) {}
 };
 
 class ProgressBar : public Control {
  public:
-  ProgressBar() : Control("ProgressBar") {}
-  [[nodiscard]] std::int32_t Value() const { return intProperty("Value"); }
-  void setValue(std::int32_t value) { setProperty("Value", value); }
-  [[nodiscard]] std::int32_t Maximum() const { return intProperty("Maximum"); }
-  void setMaximum(std::int32_t maximum) { setProperty("Maximum", maximum); }
+  ProgressBar() : Control(record_class::ProgressBar) {}
+  [[nodiscard]] std::int32_t Value() const { return intProperty(property::Value); }
+  void setValue(std::int32_t value) { setProperty(property::Value, value); }
+  [[nodiscard]] std::int32_t Maximum() const { return intProperty(property::Maximum); }
+  void setMaximum(std::int32_t maximum) { setProperty(property::Maximum, maximum); }
 };
 
 // A list of rows of text cells. Rows and cells are state of their own, not properties.
 class Listbox : public Control {
  public:
-  Listbox() : Control("Listbox") {}
+  Listbox() : Control(record_class::Listbox) {}
 
-  [[nodiscard]] std::int32_t ColumnCount() const { return std::max(intProperty("ColumnCount", 1), 1); }
+  [[nodiscard]] std::int32_t ColumnCount() const { return std::max(intProperty(property::ColumnCount, 1), 1); }
   [[nodiscard]] std::int32_t ListCount() const { return static_cast<std::int32_t>(rows_.size()); }
   // The index of the row that AddRow added last, -1 when there is none.
   [[nodiscard]] std::int32_t LastIndex() const { return lastIndex_; }

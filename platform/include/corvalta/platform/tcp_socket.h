@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 
 namespace corvalta::platform {
@@ -51,11 +52,12 @@ class TCPSocket {
   virtual void Poll() = 0;
   virtual void Write(const std::string& bytes) = 0;
 
-  // Bytes received and not yet read, left in place.
-  [[nodiscard]] virtual std::string Lookahead() const = 0;
   [[nodiscard]] virtual std::size_t BytesAvailable() const = 0;
-  virtual std::string Read(std::size_t count) = 0;
-  virtual std::string ReadAll() = 0;
+  // Moves up to into.size() of the bytes received and not yet read into the caller's buffer and
+  // returns how many: those that BytesAvailable counted, and any that have arrived since. The
+  // caller owns the memory, so a long download reuses one buffer (or reads straight into its
+  // page) instead of allocating for every piece.
+  virtual std::size_t Read(std::span<char> into) = 0;
 
   [[nodiscard]] virtual bool IsConnected() const = 0;
   [[nodiscard]] virtual std::int32_t LastErrorCode() const = 0;

@@ -2,6 +2,7 @@
 
 #include <corvalta/platform/clock_service.h>
 #include <corvalta/platform/pane_child.h>
+#include <corvalta/platform/record_names.h>
 
 #include <cstdint>
 #include <optional>
@@ -18,10 +19,10 @@ class Timer : public PaneChild {
   Timer();
   ~Timer() override;
 
-  [[nodiscard]] std::int32_t Mode() const { return intProperty("Mode"); }
-  void setMode(std::int32_t mode) { setProperty("Mode", mode); }
-  [[nodiscard]] std::int32_t Period() const { return intProperty("Period", 1000); }
-  void setPeriod(std::int32_t period) { setProperty("Period", period); }
+  [[nodiscard]] std::int32_t Mode() const { return intProperty(property::Mode); }
+  void setMode(std::int32_t mode) { setProperty(property::Mode, mode); }
+  [[nodiscard]] std::int32_t Period() const { return intProperty(property::Period, 1000); }
+  void setPeriod(std::int32_t period) { setProperty(property::Period, period); }
   // Starts the period over from now, if the timer is on.
   void Reset();
 

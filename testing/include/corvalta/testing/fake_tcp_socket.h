@@ -45,10 +45,8 @@ class FakeTCPSocket final : public platform::TCPSocket {
   void Purge() override { unread_.clear(); }
   void Poll() override {}
   void Write(const std::string& bytes) override;
-  [[nodiscard]] std::string Lookahead() const override { return unread_; }
   [[nodiscard]] std::size_t BytesAvailable() const override { return unread_.size(); }
-  std::string Read(std::size_t count) override;
-  std::string ReadAll() override;
+  std::size_t Read(std::span<char> into) override;
   [[nodiscard]] bool IsConnected() const override { return state_ == State::Connected; }
   [[nodiscard]] std::int32_t LastErrorCode() const override { return lastError_; }
 

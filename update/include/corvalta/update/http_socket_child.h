@@ -1,6 +1,7 @@
 #pragma once
 
 #include <corvalta/net/http_socket.h>
+#include <corvalta/platform/liveness.h>
 #include <corvalta/platform/pane_child.h>
 #include <corvalta/platform/tcp_socket.h>
 
@@ -30,7 +31,7 @@ class HTTPSocketChild final : public platform::PaneChild {
   void deliver(std::function<void()> event);
 
   net::HTTPSocket socket_;
-  std::shared_ptr<char> alive_ = std::make_shared<char>();
+  platform::Liveness liveness_;
 };
 
 }  // namespace corvalta::update

@@ -25,10 +25,8 @@ class RealTimeTcpSocket final : public TCPSocket {
   void Purge() override { socket_->Purge(); }
   void Poll() override { socket_->Poll(); }
   void Write(const std::string& bytes) override { socket_->Write(bytes); }
-  [[nodiscard]] std::string Lookahead() const override { return socket_->Lookahead(); }
   [[nodiscard]] std::size_t BytesAvailable() const override { return socket_->BytesAvailable(); }
-  std::string Read(std::size_t count) override { return socket_->Read(count); }
-  std::string ReadAll() override { return socket_->ReadAll(); }
+  std::size_t Read(std::span<char> into) override { return socket_->Read(into); }
   [[nodiscard]] bool IsConnected() const override { return socket_->IsConnected(); }
   [[nodiscard]] std::int32_t LastErrorCode() const override { return socket_->LastErrorCode(); }
 

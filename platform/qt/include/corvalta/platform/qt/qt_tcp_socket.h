@@ -1,5 +1,6 @@
 #pragma once
 
+#include <corvalta/platform/liveness.h>
 #include <corvalta/platform/tcp_socket.h>
 
 #include <memory>
@@ -27,10 +28,8 @@ class QtTcpSocket final : public TCPSocket {
   void Purge() override;
   void Poll() override;
   void Write(const std::string& bytes) override;
-  [[nodiscard]] std::string Lookahead() const override;
   [[nodiscard]] std::size_t BytesAvailable() const override;
-  std::string Read(std::size_t count) override;
-  std::string ReadAll() override;
+  std::size_t Read(std::span<char> into) override;
   [[nodiscard]] bool IsConnected() const override;
   [[nodiscard]] std::int32_t LastErrorCode() const override;
 
@@ -45,14 +44,12 @@ class QtTcpSocket final : public TCPSocket {
   std::int32_t port_ = 0;
   std::int32_t lastError_ = 0;
   QTcpSocket* socket_ = nullptr;
-  // Counts Connect and Close calls, so that a failure queued for one attempt is dropped when
-  // another has started.
-  std::uint64_t attempt_ = 0;
   // How many of this socket's handlers are running: a QTcpSocket must not be deleted from
   // inside its own signal.
   int handlerDepth_ = 0;
-  // Expires with this object, so that work queued on the loop finds out it has nobody to serve.
-  std::shared_ptr<char> alive_ = std::make_shared<char>();
+  // Work queued on the loop finds out whether it still has somebody to serve; each Connect and
+  // Close is an attempt, so that a failure queued for one is dropped when another has started.
+  Liveness liveness_;
 };
 
 }  // namespace corvalta::platform::qt

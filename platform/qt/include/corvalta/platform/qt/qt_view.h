@@ -3,6 +3,8 @@
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/view_observer.h>
 
+#include <QPointer>
+
 #include <map>
 #include <memory>
 #include <string>
@@ -14,7 +16,8 @@ namespace corvalta::platform::qt {
 class WindowWidget;
 
 // The desktop view: every window of the view state as a top-level Qt window whose widgets
-// mirror its controls. The view state is the truth: widgets show what it holds, and what the
+// mirror its controls; every window but the main one is a dialog of the main window's, which
+// opens over it when modal and beside it otherwise. The view state is the truth: widgets show what it holds, and what the
 // user does to a widget goes back to it as input through the dispatcher, which may hold it
 // until the running handler returns; the widget then shows what the state made of it.
 class QtView final : public ViewObserver {
@@ -44,10 +47,12 @@ class QtView final : public ViewObserver {
  private:
   [[nodiscard]] WindowWidget* widgetOf(const Window& window) const;
   void placeBesideMainWindow(QWidget* top) const;
+  void placeOverMainWindow(QWidget* top) const;
 
   Application& app_;
   std::string menuBarWindow_;
-  std::map<const Window*, WindowWidget*> windows_;
+  // A window's widget goes with its owner's, the main window's, when that goes first.
+  std::map<const Window*, QPointer<WindowWidget>> windows_;
 };
 
 }  // namespace corvalta::platform::qt
