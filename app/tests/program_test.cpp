@@ -46,8 +46,7 @@ TEST(WholeLife, SettingsAndScoreSurviveARestart) {
 // marks follow the sound. The file is left as it is until the quit writes it clean.
 TEST(SettingsFile, ReadThroughTheComparisonsAndWrittenCleanAtTheQuit) {
   const std::pair<std::string, std::string> cases[] = {  // the file, and as the quit writes it
-      {"True\nEasy\n", "True\nEasy\n"},        {"False\nMedium\n", "False\nMedium\n"},
-      {"True\nHard\n", "True\nHard\n"},        {"False\nVery Hard\n", "False\nVery Hard\n"},
+      {"True\nEasy\n", "True\nEasy\n"},        {"False\nVery Hard\n", "False\nVery Hard\n"},
       {"True", "True\nVery Hard\n"},           {"", "False\nVery Hard\n"},
       {"True \nEasy\n", "False\nEasy\n"},      {"true\neasy\n", "False\nVery Hard\n"},
       {"True\r\nHard\r\n", "True\nHard\n"},    {"False\rMedium\r", "False\nMedium\n"},

@@ -68,7 +68,6 @@ class Game {
     return control<platform::EditField>(name).Text();
   }
   bool enabled(const std::string& name) { return control<platform::Control>(name).Enabled(); }
-  bool selected(const std::string& level) { return control<platform::RadioButton>(level).Value(); }
   std::vector<std::vector<std::string>> rows() { return control<platform::Listbox>("HighScores").rows(); }
   // What the player sees and can do, in one line: "+" enabled, "*" the default button, each
   // answer field's text, whether a problem is up, the clock, the banner, the points, the focus.

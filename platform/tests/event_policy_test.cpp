@@ -82,67 +82,49 @@ class EventPolicyTest : public ::testing::Test {
   std::vector<std::string> log;
 };
 
-// Ticks and clicks that fall due while a handler waits for a sound are held, in order, and
-// delivered right after it returns; the ticks keep their one-second grid from the start.
-TEST_F(EventPolicyTest, WaitForSoundHoldsTicksAndInputUntilTheHandlerReturns) {
-  main->control<PushButton>("Go").installHandler("Action", [this] {
-    note("go");
-    playAndWait([this] { return sound; });
-    note("go-end");
-  });
-  services.loop.callAt(headless::HeadlessEventLoop::start() + 1500ms, [this] {
-    EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Held);
-  });
-  main->control<Timer>("Ticker").setMode(2);
-  services.loop.advanceBy(500ms);
-  EXPECT_EQ(pressControl(app, "Main", "Go"), Dispatcher::Delivery::Delivered);
-  EXPECT_TRUE(app.dispatcher().idle());
-  services.loop.advanceTo(headless::HeadlessEventLoop::start() + 3000ms);
-  EXPECT_EQ(log, (std::vector<std::string>{"go@500", "go-end@2800", "tick@2800", "ok@2800",
-                                           "tick@2800", "tick@3000"}));
-}
+// The same window, played with the timer restarted inside the waiting handler (true) or not.
+class HeldEvents : public EventPolicyTest, public ::testing::WithParamInterface<bool> {};
 
-// A tick held back for a timer that was turned off meanwhile is dropped, and so is one for
-// a timer that was turned off and on again: a new run starts its own grid.
-TEST_F(EventPolicyTest, StaleTicksAreDropped) {
+// Ticks and clicks that fall due while a handler waits for a sound are held, in order, and
+// delivered right after it returns, the ticks on their one-second grid from the start; a held
+// tick is dropped when the handler turns its timer off and on again, and the new run starts a
+// grid of its own.
+TEST_P(HeldEvents, WaitForSoundHoldsTicksAndInputUntilTheHandlerReturns) {
+  const bool restart = GetParam();
   auto& ticker = main->control<Timer>("Ticker");
   main->control<PushButton>("Go").installHandler("Action", [&] {
+    note("go");
     playAndWait([this] { return sound; });
-    ticker.setMode(0);
-    ticker.setMode(2);
-    note("restarted");
+    if (restart) {
+      ticker.setMode(0);
+      ticker.setMode(2);
+    }
+    note("go-end");
+  });
+  services.loop.callAt(headless::HeadlessEventLoop::start() + 2500ms, [this] {
+    EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Held);
   });
   ticker.setMode(2);
   services.loop.advanceBy(500ms);
-  pressControl(app, "Main", "Go");
+  EXPECT_EQ(pressControl(app, "Main", "Go"), Dispatcher::Delivery::Delivered);
+  EXPECT_TRUE(app.dispatcher().idle());
   services.loop.advanceTo(headless::HeadlessEventLoop::start() + 4000ms);
-  EXPECT_EQ(log, (std::vector<std::string>{"restarted@2800", "tick@3800"}));
+  EXPECT_EQ(log, restart ? (std::vector<std::string>{"go@500", "go-end@2800", "ok@2800", "tick@3800"})
+                         : (std::vector<std::string>{"go@500", "go-end@2800", "tick@2800", "tick@2800", "ok@2800",
+                                                     "tick@3000", "tick@4000"}));
 }
+INSTANTIATE_TEST_SUITE_P(TimerRestartedInTheHandler, HeldEvents, ::testing::Bool());
 
-// A modal window takes the input meant for it, refuses input for other windows and lets
-// ticks through; ShowModal returns when the window is hidden.
-TEST_F(EventPolicyTest, ModalWindowGetsInputAndTicksNest) {
+// A modal window takes the input meant for it, refuses input for other windows and lets ticks
+// through. A sound played inside it (the time-out's chime while the update window is up) holds
+// events only while it plays: they come when the handler that waited returns, with the window
+// still up, and held input for other windows is refused then. ShowModal returns when the
+// window is hidden.
+TEST_F(EventPolicyTest, ModalWindowGetsInputAndASoundInsideHoldsEventsOnlyWhileItPlays) {
   std::deque<std::function<void()>> user = {
       [&] { services.loop.advanceBy(1000ms); },
       [&] { EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Refused); },
       [&] { EXPECT_EQ(typeText(app, "Dialog", "NameField", "Bo"), Dispatcher::Delivery::Delivered); },
-      [&] { EXPECT_EQ(pressControl(app, "Dialog", "Done"), Dispatcher::Delivery::Delivered); },
-  };
-  scriptUser(user);
-  main->control<PushButton>("Go").installHandler("Action", [this] { showDialogModal(); });
-  main->control<Timer>("Ticker").setMode(2);
-  pressControl(app, "Main", "Go");
-  EXPECT_EQ(log, (std::vector<std::string>{"go@0", "tick@1000", "done:Bo@1000", "modal-returned@1000"}));
-  EXPECT_TRUE(user.empty());
-  ASSERT_NE(app.liveWindow("Dialog"), nullptr);
-  EXPECT_FALSE(app.liveWindow("Dialog")->Visible());
-}
-
-// What a sound held back inside a modal window (the time-out's chime while the update window
-// is up) is delivered when the handler that waited returns, while the window is still up;
-// held input for other windows is refused then.
-TEST_F(EventPolicyTest, SoundInsideModalWindowHoldsEventsOnlyWhileItPlays) {
-  std::deque<std::function<void()>> user = {
       [&] { EXPECT_EQ(pressControl(app, "Dialog", "Play"), Dispatcher::Delivery::Delivered); },
       [&] { EXPECT_EQ(pressControl(app, "Dialog", "Done"), Dispatcher::Delivery::Delivered); },
   };
@@ -154,13 +136,16 @@ TEST_F(EventPolicyTest, SoundInsideModalWindowHoldsEventsOnlyWhileItPlays) {
     });
     showDialogModal();
   });
-  services.loop.callAt(headless::HeadlessEventLoop::start() + 1500ms, [this] {
+  services.loop.callAt(headless::HeadlessEventLoop::start() + 2500ms, [this] {
     EXPECT_EQ(pressControl(app, "Main", "Ok"), Dispatcher::Delivery::Held);
   });
   main->control<Timer>("Ticker").setMode(2);
   pressControl(app, "Main", "Go");
-  EXPECT_EQ(log, (std::vector<std::string>{"go@0", "play@0", "tick@2300", "tick@2300", "done:@2300",
-                                           "modal-returned@2300"}));
+  EXPECT_EQ(log, (std::vector<std::string>{"go@0", "tick@1000", "play@1000", "tick@3300", "tick@3300",
+                                           "done:Bo@3300", "modal-returned@3300"}));
+  EXPECT_TRUE(user.empty());
+  ASSERT_NE(app.liveWindow("Dialog"), nullptr);
+  EXPECT_FALSE(app.liveWindow("Dialog")->Visible());
 }
 
 // With no scripted answer that fits, a message box gives its default button, decoded from the

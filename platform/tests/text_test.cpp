@@ -46,9 +46,9 @@ TEST(Text, FormatMasks) {
             (std::vector<std::string>{"0", "-8", "3.10", "5.0", "1%"}));
 }
 
-// Positions count characters of UTF-8 text from 1, invalid bytes as one character each; empty
-// fields between separators count, missing fields are empty; numbers print whole.
-TEST(Text, PositionsFieldsAndNumbers) {
+// Positions count characters of UTF-8 text from 1, invalid bytes as one character each; numbers
+// print whole.
+TEST(Text, PositionsCountCharacters) {
   const std::string text = "Gr\xC3\xBC\xC3\x9F" "e!";  // "Grüße!"
   EXPECT_EQ(Len(text), 6);
   EXPECT_EQ(Len("\xFF\xC3"), 2);
@@ -57,11 +57,6 @@ TEST(Text, PositionsFieldsAndNumbers) {
   EXPECT_EQ(InStr(text, "e"), 5);
   EXPECT_EQ(InStr(0, "abcabc", "c"), 3);
   EXPECT_EQ(InStr(4, "abcabc", "c"), 6);
-  const std::string row = "Ann\t Very Hard\t30";
-  EXPECT_EQ(NthField(row, "\t", 1), "Ann");
-  EXPECT_EQ(NthField(row, "\t", 2), " Very Hard");
-  EXPECT_EQ(NthField(row, "\t", 4), "");
-  EXPECT_EQ(NthField("\t\t0", "\t", 1), "");
   EXPECT_EQ(Str(-2147483647 - 1), "-2147483648");
 }
 
