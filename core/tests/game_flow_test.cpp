@@ -1,7 +1,6 @@
 #include "game.h"
 
 #include <corvalta/platform/view_observer.h>
-#include <corvalta/testing/score_files.h>
 
 #include <algorithm>
 
@@ -85,30 +84,6 @@ TEST(GameFlow, LastTickDuringTheWaitForOK3CountsThatAnswer) {
             (Log{"Time.Text=1@89000", "GamePoints.Text=1@90140", "Time.Text=0@90140",
                  "Banner.Visible=True@90140"}));
   EXPECT_EQ(game.view() + " " + Module1.Name, idle("1", true) + " Bo");
-}
-
-// Time-outs of a qualifying game that skip parts: with sound off nothing waits and nothing
-// plays; the name entry shut with its close box keeps Name and the flag, and the applause
-// comes all the same.
-TEST(GameFlow, TimeOutVariants) {
-  // after: the sounds played, Name and NewHighScoreFlag, the time ten seconds on.
-  const struct { const char *before, *nameEntry, *after; } cases[] = {
-      {"menu SoundSoundOff\n", "type NameField Cy\npress Enter\n",
-       "sounds, name 'Cy' flag 0 at 100000"},
-      {"", "type NameField Di\nclose Congratulations\n",
-       "sounds 168 170 169, name '' flag 1 at 101200"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.after);
-    Game game;
-    game.run(std::string(c.before) + kRightAnswerAtEasy + "advance 90000\n" + c.nameEntry +
-             "advance 10000\n");
-    std::string after = "sounds";
-    for (const auto& p : game.services.sounds.played()) after += " " + std::to_string(p.number);
-    after += ", name '" + Module1.Name + "' flag " + std::to_string(Module1.NewHighScoreFlag);
-    EXPECT_EQ(after + " at " + std::to_string(game.now()), c.after);
-    EXPECT_EQ(game.view(), idle("1", true));
-  }
 }
 
 }  // namespace
