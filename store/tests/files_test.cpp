@@ -121,13 +121,13 @@ TEST(StoredFile, StartRemovesWhatKilledSavesLeftAndNothingElse) {
 // never replaced, because what it holds may be the user's data that a passing fault hid.
 TEST(StoredFile, ReadsWhatItCanAndNeverReplacesWhatItCouldNotRead) {
   const std::string big(kMaxStoredFileSize + 5000, 'x'), old = "False\nHard\n";
-  TemporaryFolder bigFolder;
-  writeBytes(bigFolder / kSettings, big);
-  StoredFile bigFile(posixSystemCalls(), bigFolder / kSettings);
+  TemporaryFolder scratch;
+  writeBytes(scratch / kSettings, big);
+  StoredFile bigFile(posixSystemCalls(), scratch / kSettings);
   EXPECT_EQ(bigFile.OpenCreatingWith("").ReadLine(), big.substr(0, kMaxStoredFileSize));
   FaultySystemCalls clean;
-  writeBytes(bigFolder / kSettings, old);
-  StoredFile(clean, bigFolder / kSettings).OpenCreatingWith("");
+  writeBytes(scratch / kSettings, old);
+  StoredFile(clean, scratch / kSettings).OpenCreatingWith("");
   for (std::size_t index = 0; index < clean.log().size(); ++index) {
     SCOPED_TRACE(::testing::Message() << "call " << index << " (" << clean.log()[index] << ")");
     TemporaryFolder folder;
