@@ -68,28 +68,26 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   http.SetPostContent("k=v", "text/plain");
   const std::string url = "http://h/p";
   const std::filesystem::path file = "/dev/null";
+  // The asynchronous form without a time limit, the waiting one with it.
+  const auto start = [&](auto... timeLimit) {
+    if (head) {
+      http.GetHeaders(url, timeLimit...);
+    } else if (toFile) {
+      post ? http.Post(url, file, timeLimit...) : http.Get(url, file, timeLimit...);
+    } else {
+      post ? http.Post(url, timeLimit...) : http.Get(url, timeLimit...);
+    }
+  };
 
   if (waiting) {
     client.loop.at({}, [&] { play(client, data + 1, size - 1); });
-    if (head) {
-      http.GetHeaders(url, 5);
-    } else if (toFile) {
-      post ? http.Post(url, file, 5) : http.Get(url, file, 5);
-    } else {
-      post ? http.Post(url, 5) : http.Get(url, 5);
-    }
+    start(5);
     check(std::ranges::all_of(client.log.lines, [](const std::string& line) {
       return line.starts_with("AuthenticationRequired");
     }));
     return 0;
   }
-  if (head) {
-    http.GetHeaders(url);
-  } else if (toFile) {
-    post ? http.Post(url, file) : http.Get(url, file);
-  } else {
-    post ? http.Post(url) : http.Get(url);
-  }
+  start();
   play(client, data + 1, size - 1);
   const std::ptrdiff_t endings = client.log.endings();
   check(head ? endings <= 1 : endings == 1);
