@@ -33,7 +33,9 @@ TEST(HTTPSocketTest, RequestsOnTheWire) {
     const char* what;
     std::vector<Step> steps;
   };
-  static const FormData form = {{"a b", "c+d"}, {"x", "100%"}};
+  // A form escapes exactly its list of characters, each once, and turns blanks into "+" last.
+  static const FormData form = {
+      {"a b", "%&=,/\\][{}`~-_()*^$#!+\r\n"}, {"kept", ".:;?\"'<>@|\t\xc3\xa9"}, {"", ""}};
   const std::string emptyPost = "Content-type: \r\nContent-length: 0\r\n";
   const std::vector<Case> cases = {
       {"port, path, query and fragment",
@@ -75,8 +77,9 @@ TEST(HTTPSocketTest, RequestsOnTheWire) {
          },
          "h:80",
          wire("POST /", "h",
-              "Content-type: application/x-www-form-urlencoded\r\nContent-length: 18\r\n") +
-             "a+b=c%2Bd&x=100%25"},
+              "Content-type: application/x-www-form-urlencoded\r\nContent-length: 97\r\n") +
+             "a+b=%25%26%3D%2C%2F%5C%5D%5B%7B%7D%60%7E%2D%5F%28%29%2A%5E%24%23%21%2B%0D%0A"
+             "&kept=.:;?\"'<>@|\t\xc3\xa9&="},
         {[](HTTPSocket& h) {
            h.SetFormData(nullptr);
            h.Post("http://h/");
@@ -114,23 +117,6 @@ TEST(HTTPSocketTest, RequestsOnTheWire) {
   }
 }
 
-// Form encoding escapes exactly its list of characters, each once, blanks last.
-TEST(HTTPSocketTest, EncodesForms) {
-  struct Case {
-    FormData form;
-    std::string encoded;
-  };
-  const std::vector<Case> cases = {
-      {{{"all", "%&=,/\\][{}`~-_()*^$#!+"}},
-       "all=%25%26%3D%2C%2F%5C%5D%5B%7B%7D%60%7E%2D%5F%28%29%2A%5E%24%23%21%2B"},
-      {{{"kept", ".:;?\"'<>@|\t\xc3\xa9"}}, "kept=.:;?\"'<>@|\t\xc3\xa9"},
-      {{{"a", "1"}, {"b", ""}, {"", "3"}}, "a=1&b=&=3"},
-  };
-  for (const Case& c : cases) {
-    EXPECT_EQ(HTTPSocket::EncodeFormData(c.form), c.encoded);
-  }
-}
-
 // An asynchronous request fires its events in order with their arguments, and ends in exactly
 // one page, whatever the server sends (the loopback tests run the odder servers).
 TEST(HTTPSocketEventsTest, EventsInOrder) {
@@ -142,9 +128,6 @@ TEST(HTTPSocketEventsTest, EventsInOrder) {
     bool head = false;
   };
   const std::vector<Case> cases = {
-      {"one piece", {kOk}, true,
-       {"Connected", "HeadersReceived 200 " + kOkHeaders, "ReceiveProgress 5/5 'hello'",
-        "PageReceived http://h/p 200 " + kOkHeaders + " 'hello'"}},
       {"header block in pieces: nothing taken until its end, then a report of nothing",
        {"HTTP/1.0 200 OK\r\nConte", "nt-Length: 5\r\n\r", "\n", "hel", "lo"}, true,
        {"Connected", "HeadersReceived 200 " + kOkHeaders, "ReceiveProgress 0/5 ''",
@@ -289,7 +272,6 @@ TEST(HTTPSocketEventsTest, WaitingCalls) {
     milliseconds ended;        // virtual time when the call returned
   };
   const std::vector<Case> cases = {
-      {"a page", milliseconds(0), 5, true, 0, milliseconds(0)},
       {"a byte every half second under a 1 s limit", milliseconds(500), 1, true, 0,
        milliseconds(3000)},
       {"held open behind the body", milliseconds(0), 2, false, -1, milliseconds(2000)},
@@ -327,7 +309,6 @@ TEST(HTTPSocketEventsTest, OtherWaitingForms) {
   const auto headers = head.http->GetHeaders("http://h/p", 5);
   ASSERT_NE(headers, nullptr);
   EXPECT_EQ(headers->Value("content-length"), "5");
-  EXPECT_TRUE(head.log.lines.empty());
   EXPECT_TRUE(head.loop.lastWaitDeliveredInput());
 
   const testing::TemporaryFolder dir;
