@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 
 namespace corvalta::net {
 namespace {
@@ -21,100 +20,79 @@ std::string wire(const std::string& line, const std::string& host, const std::st
          more + "\r\n";
 }
 
-// The bytes that go out, the address and the port, for each way of starting a request. The
-// requests of a case run one after another on one object, each answered by an empty page.
+// The address, the port and the bytes that go out for each way of starting a request. The
+// requests run one after another on one object, each answered by an empty page, so that what
+// one sets up is seen to last or to go.
 TEST(HTTPSocketTest, RequestsOnTheWire) {
-  struct Step {
-    std::function<void(HTTPSocket&)> start;
-    std::string addressAndPort;
-    std::string bytes;
+  FakeClient client;
+  HTTPSocket& http = *client.http;
+  const auto sent = [&client] {
+    client.answer({});
+    const auto& connection = client.connections->back();
+    return connection.address + ":" + std::to_string(connection.port) + " " + connection.written;
   };
-  struct Case {
-    const char* what;
-    std::vector<Step> steps;
-  };
-  // A form escapes exactly its list of characters, each once, and turns blanks into "+" last.
-  static const FormData form = {
+  http.Get("http://example.test:8080/a/b?x=1#f");
+  EXPECT_EQ(sent(), "example.test:8080 " + wire("GET /a/b?x=1#f", "example.test:8080"));
+
+  // POST content goes with a POST, and a GET drops it.
+  http.SetPostContent("x=1", "text/plain");
+  http.Post("http://h/f");
+  EXPECT_EQ(
+      sent(),
+      "h:80 " + wire("POST /f", "h", "Content-type: text/plain\r\nContent-length: 3\r\n") + "x=1");
+  http.Get("http://h/f");
+  EXPECT_EQ(sent(), "h:80 " + wire("GET /f", "h"));
+  const std::string emptyPost =
+      "h:80 " + wire("POST /f", "h", "Content-type: \r\nContent-length: 0\r\n");
+  http.Post("http://h/f");
+  EXPECT_EQ(sent(), emptyPost);
+
+  // A form escapes exactly its list of characters, each once, and turns blanks into "+" last;
+  // null clears it.
+  const FormData form = {
       {"a b", "%&=,/\\][{}`~-_()*^$#!+\r\n"}, {"kept", ".:;?\"'<>@|\t\xc3\xa9"}, {"", ""}};
-  const std::string emptyPost = "Content-type: \r\nContent-length: 0\r\n";
-  const std::vector<Case> cases = {
-      {"port, path, query and fragment",
-       {{[](HTTPSocket& h) { h.Get("http://example.test:8080/a/b?x=1#f"); }, "example.test:8080",
-         wire("GET /a/b?x=1#f", "example.test:8080")}}},
-      {"no path, another scheme, port 0, credentials taken for the host",
-       {{[](HTTPSocket& h) {
-           h.setDefaultPort(8081);
-           h.Get("ftp://example.test");
-         },
-         "example.test:8081", wire("GET /", "example.test")},
-        {[](HTTPSocket& h) { h.Get("http://example.test:0/a"); }, "example.test:8081",
-         wire("GET /a", "example.test:0")},
-        {[](HTTPSocket& h) { h.Get("http://user:pw@example.test/"); }, "user:8081",
-         wire("GET /", "user:pw@example.test")}}},
-      {"proxy at the default port, then at its own",
-       {{[](HTTPSocket& h) {
-           h.setHttpProxyAddress("proxy.test");
-           h.Get("http://example.test:81/p?q");
-         },
-         "proxy.test:80", wire("GET http://example.test:81/p?q", "example.test:81")},
-        {[](HTTPSocket& h) {
-           h.setHttpProxyPort(3128);
-           h.GetHeaders("example.test");
-         },
-         "proxy.test:3128", wire("HEAD example.test", "example.test")}}},
-      {"POST content dropped by a GET",
-       {{[](HTTPSocket& h) {
-           h.SetPostContent("x=1", "text/plain");
-           h.Post("http://h/f");
-         },
-         "h:80", wire("POST /f", "h", "Content-type: text/plain\r\nContent-length: 3\r\n") + "x=1"},
-        {[](HTTPSocket& h) { h.Get("http://h/f"); }, "h:80", wire("GET /f", "h")},
-        {[](HTTPSocket& h) { h.Post("http://h/f"); }, "h:80", wire("POST /f", "h", emptyPost)}}},
-      {"form data, cleared by null",
-       {{[](HTTPSocket& h) {
-           h.SetFormData(&form);
-           h.Post("http://h/");
-         },
-         "h:80",
-         wire("POST /", "h",
-              "Content-type: application/x-www-form-urlencoded\r\nContent-length: 97\r\n") +
-             "a+b=%25%26%3D%2C%2F%5C%5D%5B%7B%7D%60%7E%2D%5F%28%29%2A%5E%24%23%21%2B%0D%0A"
-             "&kept=.:;?\"'<>@|\t\xc3\xa9&="},
-        {[](HTTPSocket& h) {
-           h.SetFormData(nullptr);
-           h.Post("http://h/");
-         },
-         "h:80", wire("POST /", "h", emptyPost)}}},
-      {"request headers set, removed and cleared",
-       {{[](HTTPSocket& h) {
-           h.SetRequestHeader("X-Missing", "");
-           h.SetRequestHeader("User-Agent", "t/1");
-           h.SetRequestHeader("accept", "text/html");
-           h.Get("http://h/");
-         },
-         "h:80",
-         "GET / HTTP/1.0\r\nAccept: text/html\r\nAccept-Language: en\r\nUser-Agent: t/1\r\n"
-         "Host: h\r\n\r\n"},
-        {[](HTTPSocket& h) {
-           h.SetRequestHeader("user-agent", "");
-           h.ClearRequestHeaders();
-           h.Get("http://h/");
-         },
-         "h:80", "GET / HTTP/1.0\r\nHost: h\r\n\r\n"}}},
-  };
-  for (const Case& c : cases) {
-    FakeClient client;
-    for (std::size_t i = 0; i < c.steps.size(); ++i) {
-      const Step& step = c.steps[i];
-      step.start(*client.http);
-      client.answer({});
-      ASSERT_EQ(client.connections->size(), i + 1) << c.what;
-      const auto& sent = client.connections->back();
-      EXPECT_EQ(sent.address + ":" + std::to_string(sent.port), step.addressAndPort)
-          << c.what << " #" << i;
-      EXPECT_EQ(sent.written, step.bytes) << c.what << " #" << i;
-    }
-  }
+  http.SetFormData(&form);
+  http.Post("http://h/f");
+  EXPECT_EQ(sent(),
+            "h:80 " +
+                wire("POST /f", "h",
+                     "Content-type: application/x-www-form-urlencoded\r\nContent-length: 97\r\n") +
+                "a+b=%25%26%3D%2C%2F%5C%5D%5B%7B%7D%60%7E%2D%5F%28%29%2A%5E%24%23%21%2B%0D%0A"
+                "&kept=.:;?\"'<>@|\t\xc3\xa9&=");
+  http.SetFormData(nullptr);
+  http.Post("http://h/f");
+  EXPECT_EQ(sent(), emptyPost);
+
+  // No path, another scheme and port 0 take the default port; credentials are taken for the
+  // host.
+  http.setDefaultPort(8081);
+  http.Get("ftp://example.test");
+  EXPECT_EQ(sent(), "example.test:8081 " + wire("GET /", "example.test"));
+  http.Get("http://example.test:0/a");
+  EXPECT_EQ(sent(), "example.test:8081 " + wire("GET /a", "example.test:0"));
+  http.Get("http://user:pw@example.test/");
+  EXPECT_EQ(sent(), "user:8081 " + wire("GET /", "user:pw@example.test"));
+
+  // A proxy at the default port, then at its own.
+  http.setHttpProxyAddress("proxy.test");
+  http.Get("http://example.test:81/p?q");
+  EXPECT_EQ(sent(), "proxy.test:8081 " + wire("GET http://example.test:81/p?q", "example.test:81"));
+  http.setHttpProxyPort(3128);
+  http.GetHeaders("example.test");
+  EXPECT_EQ(sent(), "proxy.test:3128 " + wire("HEAD example.test", "example.test"));
+
+  // Request headers set, removed and cleared.
+  http.SetRequestHeader("X-Missing", "");
+  http.SetRequestHeader("User-Agent", "t/1");
+  http.SetRequestHeader("accept", "text/html");
+  http.GetHeaders("example.test");
+  EXPECT_EQ(sent(),
+            "proxy.test:3128 HEAD example.test HTTP/1.0\r\nAccept: text/html\r\n"
+            "Accept-Language: en\r\nHost: example.test\r\nUser-Agent: t/1\r\n\r\n");
+  http.SetRequestHeader("user-agent", "");
+  http.ClearRequestHeaders();
+  http.GetHeaders("example.test");
+  EXPECT_EQ(sent(), "proxy.test:3128 HEAD example.test HTTP/1.0\r\nHost: example.test\r\n\r\n");
 }
 
 // An asynchronous request fires its events in order with their arguments, and ends in exactly
