@@ -26,6 +26,8 @@ record() {
   kill "$recorder"
   wait "$recorder" 2>/dev/null || true
 }
+server_up() { pactl info >/dev/null 2>&1; }
+no_stream() { [[ -z $(pactl list short sink-inputs) ]]; }
 
 # A sound server of our own whose one output is a null sink. Without norewinds=1 the sink's
 # monitor loses the start of short streams.
@@ -40,15 +42,11 @@ HOME=$pulse PULSE_RUNTIME_PATH=$pulse pulseaudio -n -F "$pulse/default.pa" --dae
   --exit-idle-time=-1 --log-target=stderr 2>"$pulse/log" &
 pids+=($!)
 export PULSE_SERVER=unix:$pulse/native
-for tries in $(seq 100); do
-  pactl info >/dev/null 2>&1 && break
-  sleep 0.1
-done
-pactl info >/dev/null 2>&1 || fail "the sound server did not start: $(cat "$pulse/log")"
+within 10 server_up || fail "the sound server did not start: $(cat "$pulse/log")"
 
 start_game
 grep -q libSDL2 "/proc/$game_pid/maps" && fail "SDL2 was loaded at start-up"
-[[ -z $(pactl list short sink-inputs) ]] || fail "a stream was opened at start-up"
+no_stream || fail "a stream was opened at start-up"
 xdotool key Return
 sleep 1
 read -r x y answer <<<"${problems[0]}"
@@ -60,13 +58,6 @@ echo "loudness: wrong answer $wrong, right answer $right"
 awk -v level="$wrong" 'BEGIN { exit !(level < 0.001) }' || fail "a wrong answer made a sound"
 awk -v level="$right" 'BEGIN { exit !(level > 0.01) }' || fail "the right answer put no sound out"
 # An idle game keeps no stream open on the server (and no audio thread awake).
-for tries in $(seq 150); do
-  [[ -z $(pactl list short sink-inputs) ]] && break
-  sleep 0.1
-done
-[[ -z $(pactl list short sink-inputs) ]] || fail "the stream was still open 15 s after the last sound"
-xdotool key ctrl+q
-wait_for_exit "$game_pid" 30
-[[ $game_status == 0 ]] || fail "the game ended with status $game_status: $(cat "$work/game.log")"
-
+within 15 no_stream || fail "the stream was still open 15 s after the last sound"
+end_game
 echo "PASS"
