@@ -4,10 +4,16 @@
 # exactly where its record has one: the Clear Scores box (which has no title), the modal update
 # window and the message of its failed check open centred over the main window, Help, About
 # and Self Test beside it. Outside a game, Tab from the first level reaches Clear Scores, then
-# Start.
-#   usage: window_manager_test.sh <build dir>
+# Start. With deploy/www served as it stands on the port the program was built to ask, the
+# prompt for the sample manifest comes up over updateWindow; its default button hands the
+# manifest's download address to the browser and closes updateWindow, "Go to Website" hands
+# the server's home page and leaves updateWindow up until its Cancel. A stand-in browser first
+# on PATH records what it gets (Qt opens addresses with xdg-open).
+#   usage: window_manager_test.sh <build dir> <source dir> <port>
 set -euo pipefail
 source "$(dirname "$0")/x_session.sh" "$1"
+source_dir=$2
+port=$3
 
 # The window of that title that is not the main window.
 other_window() {
@@ -18,7 +24,39 @@ other_window() {
 }
 await_other() { within 10 other_window "$1" >/dev/null || fail "no window \"$1\" came up"; other_window "$1"; }
 
-# Nothing listens on the update port: the check fails at once with a message.
+# deploy/www as it stands, served over HTTP/1.0 as the update server does; the server's own
+# settings (deploy/nginx) are app/tests' concern.
+serve_deploy() {
+  python3 -m http.server --bind 127.0.0.1 --directory "$source_dir/deploy/www" "$port" 2>"$work/http.log" &
+  pids+=($!)
+  within 10 curl -sf -o /dev/null "http://127.0.0.1:$port/Updates/corvalta.xml" ||
+    fail "no server for the manifest on port $port: $(cat "$work/http.log")"
+}
+
+# Fails unless the browser got exactly the addresses given, in order, within ten seconds.
+browser_got() { [[ $(cat "$work/browser.log") == "$(printf '%s\n' "$@")" ]]; }
+expect_browser() { within 10 browser_got "$@" || fail "the browser got: $(cat "$work/browser.log")"; }
+mkdir -p "$work/bin"
+: >"$work/browser.log"
+printf '#!/bin/sh\nprintf "%%s\\n" "$*" >>"%s"\n' "$work/browser.log" >"$work/bin/xdg-open"
+chmod +x "$work/bin/xdg-open"
+export PATH=$work/bin:$PATH
+
+# File is the first title of the menu bar; three steps right is "Check For Update", whose first
+# and only entry is "Check Now". Its selfTest's default button starts the check.
+check_now() {
+  choose_in_menus Right Right Right Return
+  door=$(await_window "Self Test")
+  check_wm_view "Self Test" "$door" "$window" no beside
+  xdotool windowfocus --sync "$door" key Return
+}
+check_for_updates() {
+  check_now
+  prompt=$(await_window "New version available!")
+  [[ -n $(visible "Update") ]] || fail "updateWindow is not up behind the prompt"
+  xdotool windowfocus --sync "$prompt"
+}
+
 # A screen with room for the secondary windows beside the main one.
 start_xvfb 1600x1000
 start_window_manager
@@ -42,15 +80,32 @@ choose_in_menus Right Right Right Right Return
 check_wm_view "Help" "$(await_other Corvalta)" "$window" yes beside
 choose_in_menus Right Right Right Right Down Return
 check_wm_view "About" "$(await_window "About Corvalta")" "$window" no beside
-choose_in_menus Right Right Right Return
-door=$(await_window "Self Test")
-check_wm_view "Self Test" "$door" "$window" no beside
 
-xdotool windowfocus --sync "$door" key Return
+# Nothing listens on the update port yet: the check fails at once with a message.
+check_now
 message=$(await_window " ")
 check_wm_view "the update window" "$(await_window "Update")" "$window" yes over
 check_wm_view "the update's message" "$message" "$window" no over
 xdotool windowfocus --sync "$message" key Return
+await_gone "Update"
+
+serve_deploy
+download=$(sed -n 's:.*<DownloadURLOSX>\(.*\)</DownloadURLOSX>.*:\1:p' \
+  "$source_dir/deploy/www/Updates/corvalta.xml")
+[[ -n $download ]] || fail "the sample manifest names no download"
+# The download button is the prompt's default.
+check_for_updates
+xdotool key Return
+expect_browser "$download"
+await_gone "Update"
+# "Go to Website" follows the default button in the prompt's order of focus.
+check_for_updates
+xdotool key Tab space
+expect_browser "$download" "http://127.0.0.1:$port/"
+sleep 0.5
+update=$(visible "Update")
+[[ -n $update ]] || fail "updateWindow closed after Go to Website"
+xdotool windowfocus --sync "$update" key Return
 await_gone "Update"
 end_game
 echo "PASS"
