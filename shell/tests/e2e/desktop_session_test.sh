@@ -4,11 +4,14 @@
 # that covered it and touches no stored file, and the running game plays on. SIGTERM, SIGHUP
 # and a broken X connection each save a changed level, SIGTERM with the table as it was; a
 # start after a game killed with SIGKILL plays at once; named pipes and links to /dev/zero in
-# the files' places never hold start-up.
+# the files' places never hold start-up. With a sound server, the game loads no SDL2 and opens
+# no stream before its first sound, a right answer puts the chime on the server's output, and
+# the stream is closed again once the sounds have stopped.
 #   usage: desktop_session_test.sh <build dir>
 set -euo pipefail
 source "$(dirname "$0")/x_session.sh" "$1"
 
+export CORVALTA_SEED=23
 start_xvfb
 settings=$XDG_CONFIG_HOME/corvalta.plist
 scores=$XDG_CONFIG_HOME/corvalta-highscores.plist
@@ -28,12 +31,29 @@ ended_by() {
   end_game "$1"
   [[ $(cat "$settings") == $'True\nHard' ]] || fail "$1 lost the level: $(cat "$settings")"
 }
+# The loudness of a recording of 16-bit mono samples, as sox measures it (0 to 1).
+loudness() {
+  sox -t raw -r 44100 -e signed -b 16 -c 1 "$1" -n stat 2>&1 | awk '/^RMS +amplitude/ { print $3 }'
+}
+server_up() { pactl info >/dev/null 2>&1; }
+no_stream() { [[ -z $(pactl list short sink-inputs) ]]; }
 
-# A player before: Bob with 5 points.
-{
-  printf 'Bob\tEasy\t5\n'
-  for row in $(seq 9); do printf ' \t \t0\n'; done
-} >"$scores"
+# A sound server of our own whose one output is a null sink. Without norewinds=1 the sink's
+# monitor loses the start of short streams.
+pulse=$work/pulse
+mkdir -p "$pulse"
+cat >"$pulse/default.pa" <<PA
+load-module module-null-sink sink_name=corvalta_test norewinds=1
+load-module module-native-protocol-unix socket=$pulse/native auth-anonymous=1
+set-default-sink corvalta_test
+PA
+HOME=$pulse PULSE_RUNTIME_PATH=$pulse pulseaudio -n -F "$pulse/default.pa" --daemonize=no \
+  --exit-idle-time=-1 --log-target=stderr 2>"$pulse/log" &
+pids+=($!)
+export PULSE_SERVER=unix:$pulse/native
+within 10 server_up || fail "the sound server did not start: $(cat "$pulse/log")"
+
+scores_of_bob >"$scores"
 start_game 30
 
 xmessage -geometry +0+0 "covering the game" 2>/dev/null &
@@ -71,10 +91,26 @@ for make in mkfifo 'ln -s /dev/zero'; do
   [[ $(stat -c '%F %N' "$settings" "$scores") == "$before" ]] || fail "$make: the files were replaced"
 done
 
-# Last, as it takes the X server away: the broken connection ends the game, which saves.
+# A game at Hard whose right answer is heard on the server's output.
 rm -f "$settings" "$scores"
 start_game 30
+grep -q libSDL2 "/proc/$game_pid/maps" && fail "SDL2 was loaded at start-up"
+no_stream || fail "a stream was opened at start-up"
 choose_hard
+xdotool key Return
+parec --device=corvalta_test.monitor --format=s16le --rate=44100 --channels=1 --raw >"$work/right.raw" &
+recorder=$!
+sleep 1
+submit "$(answers Hard 1)"
+sleep 1.5
+kill "$recorder"
+wait "$recorder" 2>/dev/null || true
+right=$(loudness "$work/right.raw")
+awk -v level="$right" 'BEGIN { exit !(level > 0.01) }' || fail "the right answer put no sound out: $right"
+# An idle game keeps no stream open on the server (and no audio thread awake).
+within 15 no_stream || fail "the stream was still open 15 s after the last sound"
+
+# Last, as it takes the X server away: the broken connection ends the game, which saves.
 kill "${pids[0]}"
 wait_for_exit
 [[ $(cat "$settings") == $'True\nHard' ]] || fail "the lost display lost the level: $(cat "$settings")"

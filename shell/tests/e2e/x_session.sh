@@ -159,9 +159,15 @@ grab_time() { grab_part "$1" 200 230 130 100; }
 # carriage return; xdotool types a line feed as Linefeed): submit "X Y ANSWER"
 submit() { xdotool type --delay 20 "${1// /$'\t'}"$'\r'; }
 
-# The answers to the game's problems at Easy: the driver draws the same problems from the same
-# seed. Prints "X Y MyAnswer" per line.
+# A score table with one player before: Bob with 5 points at Easy.
+scores_of_bob() {
+  printf 'Bob\tEasy\t5\n'
+  for row in $(seq 9); do printf ' \t \t0\n'; done
+}
+
+# The answers to the game's first problems at a level, as the driver draws the same problems
+# from the same seed: answers <level> <count> prints "X Y MyAnswer" per line.
 answers() {
-  "$build/tools/corvalta-driver" --seed "$CORVALTA_SEED" --csv Easy "$1" 2>/dev/null |
+  "$build/tools/corvalta-driver" --seed "$CORVALTA_SEED" --csv "$1" "$2" 2>/dev/null |
     tail -n +2 | awk -F, '{ print $6, $7, $8 }'
 }
