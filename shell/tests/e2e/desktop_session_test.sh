@@ -31,11 +31,6 @@ ended_by() {
   end_game "$1"
   [[ $(cat "$settings") == $'True\nHard' ]] || fail "$1 lost the level: $(cat "$settings")"
 }
-# The loudness of a recording of 16-bit mono samples, as sox measures it (0 to 1).
-loudness() {
-  sox -t raw -r 44100 -e signed -b 16 -c 1 "$1" -n stat 2>&1 | awk '/^RMS +amplitude/ { print $3 }'
-}
-server_up() { pactl info >/dev/null 2>&1; }
 no_stream() { [[ -z $(pactl list short sink-inputs) ]]; }
 
 # A sound server of our own whose one output is a null sink. Without norewinds=1 the sink's
@@ -51,7 +46,7 @@ HOME=$pulse PULSE_RUNTIME_PATH=$pulse pulseaudio -n -F "$pulse/default.pa" --dae
   --exit-idle-time=-1 --log-target=stderr 2>"$pulse/log" &
 pids+=($!)
 export PULSE_SERVER=unix:$pulse/native
-within 10 server_up || fail "the sound server did not start: $(cat "$pulse/log")"
+within 10 pactl info >/dev/null 2>&1 || fail "the sound server did not start: $(cat "$pulse/log")"
 
 scores_of_bob >"$scores"
 start_game 30
@@ -105,7 +100,9 @@ submit "$(answers Hard 1)"
 sleep 1.5
 kill "$recorder"
 wait "$recorder" 2>/dev/null || true
-right=$(loudness "$work/right.raw")
+# Its loudness, as sox measures it (0 to 1).
+right=$(sox -t raw -r 44100 -e signed -b 16 -c 1 "$work/right.raw" -n stat 2>&1 |
+  awk '/^RMS +amplitude/ { print $3 }')
 awk -v level="$right" 'BEGIN { exit !(level > 0.01) }' || fail "the right answer put no sound out: $right"
 # An idle game keeps no stream open on the server (and no audio thread awake).
 within 15 no_stream || fail "the stream was still open 15 s after the last sound"
