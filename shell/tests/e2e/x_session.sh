@@ -136,24 +136,21 @@ await_gone() { within 10 gone "$1" || fail "the window \"$1\" is still up"; }
 
 # Opens the File menu of the main window and presses the keys given there. The menu's popup is
 # one more visible window of the game's class; keys sent before it is up would go to the main
-# window.
+# window; each next key waits for the menu that the last one opened.
 more_windows_than() { [[ $(xdotool search --onlyvisible --class corvalta | wc -l) -gt $1 ]]; }
 choose_in_menus() {
   local before
   before=$(xdotool search --onlyvisible --class corvalta | wc -l)
   xdotool windowfocus --sync "$window" mousemove --window "$window" 15 10 click 1
   within 10 more_windows_than "$before" || fail "the File menu did not open"
-  xdotool key "$@"
+  xdotool key --delay 100 "$@"
 }
 
-# A picture of part of the main window, the same bytes for the same pixels:
-#   grab_part <file> <x> <y> <width> <height>
-grab_part() {
-  xwd -silent -id "$window" | xwdtopnm 2>/dev/null | pamcut "$2" "$3" "$4" "$5" >"$1" ||
-    fail "cannot grab the window"
+# A picture of the countdown in the main window (menu bar included), the same bytes for the
+# same pixels: grab_time <file>
+grab_time() {
+  xwd -silent -id "$window" | xwdtopnm 2>/dev/null | pamcut 200 230 130 100 >"$1" || fail "cannot grab the window"
 }
-# The countdown, menu bar included.
-grab_time() { grab_part "$1" 200 230 130 100; }
 
 # Types the three fields of a problem, with Tab between them, and submits with Return (a
 # carriage return; xdotool types a line feed as Linefeed): submit "X Y ANSWER"
