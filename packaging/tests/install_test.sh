@@ -14,12 +14,9 @@ fail() { echo "FAIL: $*" >&2; status=1; }
 
 desktop_file=share/applications/$app_id.desktop
 metainfo=share/metainfo/$app_id.metainfo.xml
-icon_sizes=(16 24 32 48 64 128 256)
 expected=("$desktop_file" "$metainfo" "share/icons/hicolor/scalable/apps/$app_id.svg"
+          share/icons/hicolor/{16x16,24x24,32x32,48x48,64x64,128x128,256x256}/apps/"$app_id.png"
           share/man/man6/corvalta.6.gz share/doc/corvalta/changelog.gz share/doc/corvalta/copyright)
-for size in "${icon_sizes[@]}"; do
-  expected+=("share/icons/hicolor/${size}x${size}/apps/$app_id.png")
-done
 if [[ $has_program == 1 ]]; then
   expected+=(bin/corvalta share/corvalta/OK3.wav share/corvalta/Microwave.wav share/corvalta/Applause.wav)
 fi
