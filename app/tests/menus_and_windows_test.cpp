@@ -23,9 +23,6 @@ struct Shell : ::testing::Test, testing::ProgramRun {
     const auto mark = [this](const char* name) { return app.MenuBar()->Lookup(name)->Checked ? "x" : "-"; };
     return std::string(mark("SoundSoundOn")) + mark("SoundSoundOff");
   }
-  std::string staticText(const char* window, const char* control) {
-    return app.liveWindow(window)->control<StaticText>(control).Text();
-  }
 };
 
 // The tree stands in the order the user sees, with names, texts, shortcuts and item classes.
@@ -81,8 +78,8 @@ TEST_F(Shell, WindowCommandsShowTheirWindows) {
     EXPECT_EQ(app.liveWindow(window), first);
   }
   EXPECT_EQ(app.windows().size(), 4U) << "Window1 and the three";
-  EXPECT_EQ(staticText("AboutBox", "StaticText4"), platform::app_info::LongVersion());
-  EXPECT_EQ(staticText("selfTest", "StaticText2"), platform::app_info::LongVersion());
+  EXPECT_EQ(app.liveWindow("AboutBox")->control<StaticText>("StaticText4").Text(), platform::app_info::LongVersion());
+  EXPECT_EQ(app.liveWindow("selfTest")->control<StaticText>("StaticText2").Text(), platform::app_info::LongVersion());
 
   platform::pressControl(app, "AboutBox", "PushButton1");
   platform::pressControl(app, "AboutBox", "PushButton2");
