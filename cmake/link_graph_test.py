@@ -30,12 +30,11 @@ def graph():
     dot = scratch / "links.dot"
     subprocess.run([cmake, "-S", str(source), "-B", str(scratch), f"--graphviz={dot}"],
                    check=True, stdout=subprocess.DEVNULL)
-    executables = set(re.findall(r'label = "([^"\\]+)[^"]*", shape = egg', dot.read_text()))
     libraries = {}
     for node in re.findall(r'label = "(corvalta_[a-z_]+)[^"]*", shape = (?!egg)', dot.read_text()):
         libraries.setdefault(node, set())
     for source_name, target in re.findall(r"// (\S+) -> (\S+)$", dot.read_text(), re.MULTILINE):
-        if source_name in libraries and OURS.fullmatch(target) and target not in executables:
+        if source_name in libraries and OURS.fullmatch(target):
             libraries[source_name].add(target)
     return {name: links - {POLICY} for name, links in libraries.items() if name != POLICY}
 

@@ -9,6 +9,7 @@
 
 #include <corvalta/core/module1.h>
 #include <corvalta/platform/controls.h>
+#include <corvalta/platform/record_names.h>
 #include <corvalta/platform/user_input.h>
 #include <corvalta/platform/view_observer.h>
 
@@ -140,8 +141,8 @@ class Watcher final : public platform::ViewObserver {
   void windowClosing(platform::Window& w) override { view_.windowClosing(w); }
   void propertyChanged(platform::PaneChild& child, std::string_view property) override {
     view_.propertyChanged(child, property);
-    const auto* visible = child.property("Visible");
-    if (child.key() == "Banner" && property == "Visible" && visible != nullptr &&
+    const auto* visible = child.property(platform::property::Visible);
+    if (child.key() == "Banner" && property == platform::property::Visible && visible != nullptr &&
         std::get<bool>(*visible) && started_ != Clock::time_point{}) {
       std::printf("game-ms %.1f\ngame-cpu-ms %.1f\n", milliseconds(Clock::now() - started_),
                   cpuMilliseconds() - cpuAtStart_);

@@ -64,23 +64,28 @@ class Game {
   template <class C>
   C& control(const std::string& name) { return window().control<C>(name); }
   std::string text(const std::string& name) {
-    if (auto* label = dynamic_cast<platform::StaticText*>(window().controlByName(name))) return label->Text();
-    return control<platform::EditField>(name).Text();
+    return std::get<std::string>(*window().controlByName(name)->property("Text"));
   }
   bool enabled(const std::string& name) { return control<platform::Control>(name).Enabled(); }
-  std::vector<std::vector<std::string>> rows() { return control<platform::Listbox>("HighScores").rows(); }
+  std::vector<std::vector<std::string>> rows() {
+    return control<platform::Listbox>("HighScores").rows();
+  }
   // What the player sees and can do, in one line: "+" enabled, "*" the default button, each
   // answer field's text, whether a problem is up, the clock, the banner, the points, the focus.
   std::string view() {
     std::string s = "timer " + std::to_string(control<platform::Timer>("Timer1").Mode());
-    for (const char* b : {"Start", "Enter"})
-      s += std::string(" ") + b + (enabled(b) ? "+" : "-") + (control<platform::PushButton>(b).Default() ? "*" : "");
+    for (const char* b : {"Start", "Enter"}) {
+      const bool isDefault = control<platform::PushButton>(b).Default();
+      s += std::string(" ") + b + (enabled(b) ? "+" : "-") + (isDefault ? "*" : "");
+    }
     for (const char* f : {"SubAnswer1", "SubAnswer2", "Answer"})
       s += std::string(" ") + f + (enabled(f) ? "+'" : "-'") + text(f) + "'";
     s += std::string(" levels") + (enabled("GroupBox1") ? "+" : "-");
     s += (text("Afield") + text("Bfield") + text("Cfield")).empty() ? " no problem" : " problem";
-    s += " time " + text("Time") + (control<platform::StaticText>("Banner").Visible() ? " banner" : "");
-    return s + " points " + text("GamePoints") + " focus " + (window().focus() ? window().focus()->key() : "none");
+    s += " time " + text("Time");
+    s += control<platform::StaticText>("Banner").Visible() ? " banner" : "";
+    const platform::Control* focus = window().focus();
+    return s + " points " + text("GamePoints") + " focus " + (focus ? focus->key() : "none");
   }
   std::int64_t now() { return services.loop.elapsed().count(); }
 

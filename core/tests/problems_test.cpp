@@ -1,6 +1,5 @@
 #include "game.h"
 
-#include <cmath>
 #include <sstream>
 
 namespace corvalta::testing {
@@ -11,11 +10,8 @@ using core::Module1;
 // With their draws queued, the worked problems come out as stated: restarts, the swap, the
 // rejected third number, and the whole Very Hard quotient drawn again.
 TEST(Problems, WorkedExamples) {
-  const struct {
-    const char* level;
-    const char* draws;
-    const char* shown;  // "First Op1 Second Op2 Third: X Y MyAnswer 'Hint'"
-  } cases[] = {
+  // shown: "First Op1 Second Op2 Third: X Y MyAnswer 'Hint'"
+  const struct { const char *level, *draws, *shown; } cases[] = {
       {"Easy", "9 4 3 1 6", "9 + 4 - 3: 13 1 14 ''"},
       {"Easy", "7 7 9 4 3 1 6", "9 + 4 - 3: 13 1 14 ''"},  // an equal pair is drawn again
       {"Easy", "6 9 3 1 6", "9 + 6 - 3: 15 3 18 ''"},      // swapped
@@ -29,24 +25,27 @@ TEST(Problems, WorkedExamples) {
     Game game;
     game.run(std::string("press ") + c.level + "\nqueue " + c.draws + "\npress Start\n");
     EXPECT_EQ(game.services.random->queuedCount(), 0u);
-    const auto& m = Module1;
     std::ostringstream shown;
-    shown << game.text("Afield") << ' ' << game.text("Op1") << ' ' << game.text("Bfield") << ' ' << game.text("Op2")
-          << ' ' << game.text("Cfield") << ": " << m.X << ' ' << m.Y << ' ' << m.MyAnswer << " '" << game.text("Hint")
-          << "'";
+    for (const char* label : {"Afield", "Op1", "Bfield", "Op2"}) shown << game.text(label) << ' ';
+    shown << game.text("Cfield") << ": " << Module1.X << ' ' << Module1.Y << ' '
+          << Module1.MyAnswer << " '" << game.text("Hint") << "'";
     EXPECT_EQ(shown.str(), c.shown);
   }
 }
 
-// Hint keeps the last Very Hard text when the level changes; a draw outside the level's bounds
-// is a script fault, not a problem on show.
-TEST(Problems, HintOutlivesTheLevelAndBadDrawsAreRefused) {
+// A level chosen between games sets the operator shown and the kind of answer, and Hint keeps
+// the last Very Hard text; a draw outside the level's bounds is a script fault, not a problem on
+// show.
+TEST(Problems, LevelChangesBetweenGamesAndBadDrawsAreRefused) {
   Game game;
-  game.run("press VeryHard\nqueue 10 7 4 6 1\npress Start\npress Stop\npress Easy\nqueue 9 4 3 1 6\npress Start\n");
-  EXPECT_EQ(game.text("Hint") + " " + game.text("Op3") + " " + std::to_string(Module1.MyAnswer), ".27 + 14.000000");
+  game.run("press VeryHard\nqueue 10 7 4 6 1\npress Start\npress Stop\n"
+           "press Easy\nqueue 9 4 3 1 6\npress Start\n");
+  EXPECT_EQ(game.text("Hint") + " " + game.text("Op3") + " " + std::to_string(Module1.MyAnswer),
+            ".27 + 14.000000");
   std::istringstream script("press Stop\nqueue 11\npress Start\n");
   EXPECT_EQ(game.script.run(script), 1);
-  EXPECT_NE(game.err.str().find("queued draw 11 lies outside 5 to 10"), std::string::npos) << game.err.str();
+  EXPECT_NE(game.err.str().find("queued draw 11 lies outside 5 to 10"), std::string::npos)
+      << game.err.str();
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 // is counted once under its name, names hold no colon, and a parsed block is its own source.
 #include "internet_headers_access.h"
 
+#include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -15,12 +17,9 @@ void check(bool condition) {
   }
 }
 
+// Names compare without regard to ASCII case: in the C locale, tolower changes nothing else.
 std::string folded(std::string text) {
-  for (char& c : text) {
-    if (c >= 'A' && c <= 'Z') {
-      c = static_cast<char>(c - 'A' + 'a');
-    }
-  }
+  std::ranges::transform(text, text.begin(), [](unsigned char c) { return std::tolower(c); });
   return text;
 }
 
@@ -48,13 +47,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   InternetHeadersAccess::FormatHTTPHeaders(headers);
   InternetHeadersAccess::FormatEmailHeaders(headers);
-  if (headers.Count() > 0) {
-    const std::string first = headers.Name(0);
-    const std::int32_t before = headers.NameCount(first);
-    headers.Delete(first, 0);
-    headers.AppendHeader(first, "again");
-    check(headers.NameCount(first) == before);
-    check(headers.Value(first, before - 1) == "again");
-  }
   return 0;
 }

@@ -1,26 +1,21 @@
 // Plays a server whose bytes, and the sizes of the pieces they come in, the input chooses,
 // against HTTPSocket on a socket in memory, and checks that each request ends once: one page or
 // one error for an asynchronous GET or POST, nothing after it, and a waiting call that returns
-// having fired no event.
+// having fired no event but AuthenticationRequired.
 //
 // Input: one byte of mode (method, waiting or not, memory or file, how many 401s to answer),
 // then pieces, each a length byte and that many bytes. A length of 255 closes the connection
 // from the server's side; a new connection (after a 401) is accepted and fed the rest.
-#include <corvalta/net/http_socket.h>
-#include <corvalta/testing/fake_tcp_socket.h>
-#include <corvalta/testing/virtual_time_loop.h>
+#include "http_client_harness.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace {
 
-using corvalta::net::HTTPSocket;
-using corvalta::testing::FakeTCPSocket;
-using corvalta::testing::VirtualTimeLoop;
+using corvalta::net::FakeClient;
 
 void check(bool condition) {
   if (!condition) {
@@ -28,79 +23,32 @@ void check(bool condition) {
   }
 }
 
-struct Piece {
-  std::string bytes;
-  bool close = false;
-};
-
-std::vector<Piece> piecesOf(const std::uint8_t* data, std::size_t size) {
-  std::vector<Piece> pieces;
+// Feeds the pieces to whichever connection is current: a new one (after a 401) is accepted
+// first, and bytes for a connection that has ended are lost, as on a network.
+void play(FakeClient& client, const std::uint8_t* data, std::size_t size) {
+  std::size_t accepted = 0;
+  const auto current = [&] {
+    if (client.connections->size() > accepted) {
+      accepted = client.connections->size();
+      client.socket->accept();
+    }
+  };
   for (std::size_t at = 0; at < size;) {
+    current();
     const std::size_t length = data[at++];
     if (length == 255) {
-      pieces.push_back({{}, true});
+      client.socket->closeByPeer();
       continue;
     }
     const std::size_t take = std::min(length, size - at);
-    pieces.push_back({std::string(reinterpret_cast<const char*>(data + at), take), false});
+    client.socket->send({reinterpret_cast<const char*>(data + at), take});
     at += take;
-  }
-  return pieces;
-}
-
-struct Outcome {
-  int endings = 0;
-  int afterEnd = 0;
-  int events = 0;
-};
-
-void watch(HTTPSocket& http, Outcome& outcome, int answers) {
-  const auto other = [&outcome] {
-    ++outcome.events;
-    outcome.afterEnd += outcome.endings;
-  };
-  const auto ending = [&outcome] {
-    ++outcome.events;
-    outcome.afterEnd += outcome.endings;
-    ++outcome.endings;
-  };
-  http.events.Connected = [other] { other(); };
-  http.events.HeadersReceived = [other](auto&&...) { other(); };
-  http.events.ReceiveProgress = [other](auto&&...) { other(); };
-  http.events.PageReceived = [ending](auto&&...) { ending(); };
-  http.events.DownloadComplete = [ending](auto&&...) { ending(); };
-  http.events.Error = [ending](auto&&...) { ending(); };
-  http.events.AuthenticationRequired = [answers](const HTTPSocket::Headers&, std::string& name,
-                                                 std::string& password) mutable {
-    name = "n";
-    password = "p";
-    return answers-- > 0;
-  };
-}
-
-// Feeds the pieces to whichever connection is current: a new one (after a 401) is accepted
-// first, and bytes for a connection that has ended are lost, as on a network.
-void play(FakeTCPSocket& socket, const std::vector<Piece>& pieces) {
-  std::size_t accepted = 0;
-  const auto current = [&] {
-    if (socket.connections().size() > accepted) {
-      accepted = socket.connections().size();
-      socket.accept();
-    }
-  };
-  for (const Piece& piece : pieces) {
-    current();
-    if (piece.close) {
-      socket.closeByPeer();
-    } else {
-      socket.send(piece.bytes);
-    }
   }
   // A close that completes a 401's header block makes the client connect again.
   do {
     current();
-    socket.closeByPeer();
-  } while (socket.connections().size() > accepted);
+    client.socket->closeByPeer();
+  } while (client.connections->size() > accepted);
 }
 
 }  // namespace
@@ -110,44 +58,39 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   const std::uint8_t mode = data[0];
-  const std::vector<Piece> pieces = piecesOf(data + 1, size - 1);
   const bool head = (mode & 3) == 1;
   const bool post = (mode & 3) == 2;
   const bool waiting = (mode & 4) != 0;
   const bool toFile = (mode & 8) != 0 && !head;
-  const int answers = (mode >> 4) & 3;
-
-  VirtualTimeLoop loop;
-  auto owned = std::make_unique<FakeTCPSocket>();
-  FakeTCPSocket& socket = *owned;
-  HTTPSocket http(std::move(owned), loop);
-  Outcome outcome;
-  watch(http, outcome, answers);
+  FakeClient client;
+  client.log.answers.assign((mode >> 4) & 3, {"n", "p"});
+  auto& http = *client.http;
   http.SetPostContent("k=v", "text/plain");
   const std::string url = "http://h/p";
   const std::filesystem::path file = "/dev/null";
+  // The asynchronous form without a time limit, the waiting one with it.
+  const auto start = [&](auto... timeLimit) {
+    if (head) {
+      http.GetHeaders(url, timeLimit...);
+    } else if (toFile) {
+      post ? http.Post(url, file, timeLimit...) : http.Get(url, file, timeLimit...);
+    } else {
+      post ? http.Post(url, timeLimit...) : http.Get(url, timeLimit...);
+    }
+  };
 
   if (waiting) {
-    loop.at(std::chrono::milliseconds(0), [&] { play(socket, pieces); });
-    if (head) {
-      http.GetHeaders(url, 5);
-    } else if (toFile) {
-      post ? http.Post(url, file, 5) : http.Get(url, file, 5);
-    } else {
-      post ? http.Post(url, 5) : http.Get(url, 5);
-    }
-    check(outcome.events == 0);
+    client.loop.at({}, [&] { play(client, data + 1, size - 1); });
+    start(5);
+    check(std::ranges::all_of(client.log.lines, [](const std::string& line) {
+      return line.starts_with("AuthenticationRequired");
+    }));
     return 0;
   }
-  if (head) {
-    http.GetHeaders(url);
-  } else if (toFile) {
-    post ? http.Post(url, file) : http.Get(url, file);
-  } else {
-    post ? http.Post(url) : http.Get(url);
-  }
-  play(socket, pieces);
-  check(outcome.afterEnd == 0);
-  check(head ? outcome.endings <= 1 : outcome.endings == 1);
+  start();
+  play(client, data + 1, size - 1);
+  const std::ptrdiff_t endings = client.log.endings();
+  check(head ? endings <= 1 : endings == 1);
+  check(endings == 0 || corvalta::net::endsRequest(client.log.lines.back()));
   return 0;
 }

@@ -194,6 +194,7 @@ void HTTPSocket::readBody() {
     // received more since it counted.
     const std::size_t room =
         std::max(socket_->BytesAvailable(), std::min(kPieceBytes, pageBuffer_.capacity() - held));
+    pagePrefault_.ahead(pageBuffer_, held + room);
     pageBuffer_.resize_and_overwrite(held + room,
                                      [this, held](char* bytes, std::size_t size) {
                                        return held + socket_->Read({bytes + held, size - held});

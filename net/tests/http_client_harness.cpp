@@ -16,6 +16,11 @@ void EventLog::add(std::string line) {
   }
 }
 
+bool endsRequest(const std::string& line) {
+  return line.starts_with("PageReceived") || line.starts_with("DownloadComplete") ||
+         line.starts_with("Error");
+}
+
 void EventLog::attach(HTTPSocket& http) {
   using Headers = HTTPSocket::Headers;
   http.events.Connected = [this] { add("Connected"); };

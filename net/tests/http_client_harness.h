@@ -4,6 +4,7 @@
 #include <corvalta/testing/fake_tcp_socket.h>
 #include <corvalta/testing/virtual_time_loop.h>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,10 +13,16 @@
 
 namespace corvalta::net {
 
+// Whether an event line ends a request: a page, a download or an error.
+bool endsRequest(const std::string& line);
+
 // Writes each event of an HTTPSocket as one line with its arguments.
 class EventLog {
  public:
   void attach(HTTPSocket& http);
+  [[nodiscard]] std::ptrdiff_t endings() const {
+    return std::ranges::count_if(lines, endsRequest);
+  }
   std::vector<std::string> lines;
   // Each AuthenticationRequired answers with the next name and password, then false.
   std::vector<std::pair<std::string, std::string>> answers;

@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 
 namespace corvalta::net {
@@ -20,7 +19,8 @@ using Lines = std::vector<std::string>;
 
 // An HTTPSocket on a real socket in Qt's loop, with its events logged.
 struct QtClient {
-  QtClient() : http(std::make_unique<HTTPSocket>(std::make_unique<platform::qt::QtTcpSocket>(), loop)) {
+  QtClient()
+      : http(std::make_unique<HTTPSocket>(std::make_unique<platform::qt::QtTcpSocket>(), loop)) {
     log.attach(*http);
     log.onEvent = [this] { loop.wake(); };
   }
@@ -29,20 +29,14 @@ struct QtClient {
   bool runUntilEnded() {
     platform::EventLoop::WaitOptions options;
     options.deadline = loop.now() + std::chrono::seconds(30);
-    return loop.waitUntil([this] { return endings() > 0; }, options);
-  }
-  [[nodiscard]] std::ptrdiff_t endings() const {
-    return std::count_if(log.lines.begin(), log.lines.end(), [](const std::string& line) {
-      return line.starts_with("PageReceived") || line.starts_with("DownloadComplete") ||
-             line.starts_with("Error");
-    });
+    return loop.waitUntil([this] { return log.endings() > 0; }, options);
   }
   platform::qt::QtEventLoop loop;
   std::unique_ptr<HTTPSocket> http;
   EventLog log;
 };
 
-// A large file goes to disk byte for byte, by events and by the waiting call.
+// A large file goes to disk byte for byte.
 TEST(NginxTest, LargeDownload) {
   const testing::TemporaryFolder root;
   std::string large(8 << 20, '\0');
@@ -57,9 +51,6 @@ TEST(NginxTest, LargeDownload) {
   ASSERT_TRUE(client.runUntilEnded());
   EXPECT_TRUE(client.log.lines.back().starts_with("DownloadComplete "));
   EXPECT_TRUE(testing::fileBytes(out.path() / "a.bin") == large);
-
-  EXPECT_TRUE(client.http->Get(nginx.url("/large.bin"), out.path() / "b.bin", 10));
-  EXPECT_TRUE(testing::fileBytes(out.path() / "b.bin") == large);
 }
 
 // A port where nothing listens fails the request with its code, and nothing else fires.
@@ -108,7 +99,7 @@ TEST(ScriptedServerTest, HostileServers) {
     std::string lastLine = c.lastLine;
     if (const auto at = lastLine.find("URL"); at != std::string::npos) lastLine.replace(at, 3, url);
     EXPECT_EQ(client.log.lines.back(), lastLine) << c.what;
-    EXPECT_EQ(client.endings(), 1) << c.what;
+    EXPECT_EQ(client.log.endings(), 1) << c.what;
     const std::string host = "127.0.0.1:" + std::to_string(server.port());
     EXPECT_EQ(server.requests(),
               Lines{"GET /p HTTP/1.0\r\nAccept: */*\r\nAccept-Language: en\r\nHost: " + host +

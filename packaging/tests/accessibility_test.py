@@ -36,12 +36,6 @@ def shortcut_of(item):
     return actions.getKeyBinding(0) if actions.nActions else ""
 
 
-def place_of(node):
-    import pyatspi
-    extents = node.queryComponent().getExtents(pyatspi.WINDOW_COORDS)
-    return f"({extents.x}, {extents.y})"
-
-
 def sound_checks(menu_items):
     import pyatspi
     return tuple(menu_items[name].getState().contains(pyatspi.STATE_CHECKED)
@@ -49,12 +43,14 @@ def sound_checks(menu_items):
 
 
 def problems_of(application):
+    import pyatspi
     nodes = list(descendants(application))
     named = {}
     for node in nodes:
         role = node.getRoleName()
         if role in CONTROL_ROLES and not node.name.strip():
-            yield f"the {role} at {place_of(node)} in its window has no accessible name"
+            at = node.queryComponent().getExtents(pyatspi.WINDOW_COORDS)
+            yield f"the {role} at ({at.x}, {at.y}) in its window has no accessible name"
         if node.name in LEVELS and role != "radio button":
             yield f"the level '{node.name}' is a {role}, not a radio button"
         named.setdefault(node.name, role)

@@ -1,9 +1,4 @@
-"""Start a program on an X server of its own and photograph its main window once it is painted.
-
-Run as a script: screen_capture.py OUT.png EXPECTED_EXE -- COMMAND...
-starts COMMAND in a fresh home, waits for the window "Corvalta", writes it to OUT.png and
-fails unless the process that shows it runs EXPECTED_EXE.
-"""
+"""Start a program on an X server of its own and photograph its main window once it is painted."""
 import contextlib
 import os
 import pathlib
@@ -133,19 +128,3 @@ def press_key(display, key):
     """A real key press (XTEST) in the main window, as a player's keyboard makes it."""
     subprocess.run(["xdotool", "windowfocus", "--sync", str(int(window_id(display), 16)),
                     "key", key], env=dict(os.environ, DISPLAY=display), check=True)
-
-
-def main(argv):
-    if len(argv) < 5 or argv[3] != "--":
-        sys.exit(__doc__)
-    out, expected_exe, command = argv[1], argv[2], argv[4:]
-    with x_server() as display, running(command, display) as program:
-        main_window(display, program).write_png(out)
-        started = os.readlink(f"/proc/{program.pid}/exe")
-        if started != expected_exe:
-            sys.exit(f"FAIL: the command started {started}, not {expected_exe}")
-    print(f"the main window is in {out}")
-
-
-if __name__ == "__main__":
-    main(sys.argv)

@@ -44,7 +44,7 @@ GAME_TEXTS = {
 LEAST_CONTRAST = 4.5
 # What shows a control's state: the dot inside the chosen level's ring (Easy, the first run's
 # level), against the ring's fill.
-IDLE_MARKS = {"the chosen level's dot": (219, 46, 8, 8)}
+LEVEL_DOT = (219, 46, 8, 8)
 LEAST_MARK_CONTRAST = 3.0
 
 
@@ -81,17 +81,12 @@ def text_contrast(pixels):
 def drawn_anew_share(shot, box):
     """Of the 2x2 blocks of a box at scale 2 that are not plain ground, the share whose four
     pixels differ: an enlarged scale-1 picture has none."""
-    x, y, w, h = (v * 2 for v in box)
-    top = shot.height - HEIGHT * 2
-    ground = collections.Counter(box_pixels(shot, box, 2)).most_common(1)[0][0]
-    mixed = inked = 0
-    for by in range(y, y + h, 2):
-        for bx in range(x, x + w, 2):
-            block = {shot.pixel(bx + dx, top + by + dy) for dx in (0, 1) for dy in (0, 1)}
-            if block != {ground}:
-                inked += 1
-                mixed += len(block) > 1
-    return mixed / inked if inked else 0.0
+    pixels, w, h = box_pixels(shot, box, 2), box[2] * 2, box[3] * 2
+    ground = collections.Counter(pixels).most_common(1)[0][0]
+    blocks = [{pixels[(y + dy) * w + x + dx] for dx in (0, 1) for dy in (0, 1)}
+              for y in range(0, h, 2) for x in range(0, w, 2)]
+    inked = [block for block in blocks if block != {ground}]
+    return sum(len(block) > 1 for block in inked) / len(inked) if inked else 0.0
 
 
 def problems_of(shot, texts, scale):
@@ -104,10 +99,9 @@ def problems_of(shot, texts, scale):
             yield f"'{text}' has a contrast of only {ratio:.1f}"
         if scale == 2 and drawn_anew_share(shot, box) < 0.2:
             yield f"'{text}' looks enlarged, not drawn at scale 2"
-    for mark, box in (IDLE_MARKS if texts is IDLE_TEXTS else {}).items():
-        ratio = text_contrast(box_pixels(shot, box, scale))
-        if ratio < LEAST_MARK_CONTRAST:
-            yield f"{mark} has a contrast of only {ratio:.1f}"
+    dot = text_contrast(box_pixels(shot, LEVEL_DOT, scale))
+    if texts is IDLE_TEXTS and dot < LEAST_MARK_CONTRAST:
+        yield f"the chosen level's dot has a contrast of only {dot:.1f}"
 
 
 def main(game, folder, styles):

@@ -18,42 +18,42 @@ constexpr Color white{0xFF, 0xFF, 0xFF};
 // The values that every control of the program has unless its row says otherwise.
 const PropertyList& sharedControlValues() {
   static const PropertyList values = {
-      {"Index", noControlArray},
-      {"LockLeft", false},
-      {"LockTop", false},
-      {"LockRight", false},
-      {"LockBottom", false},
-      {"TabPanelIndex", std::int32_t{0}},
-      {"Enabled", true},
-      {"Visible", true},
-      {"HelpTag", std::string()},
-      {"AutoDeactivate", true},
-      {"Italic", false},
-      {"Underline", false},
-      {"MultiLine", false},
-      {"DataSource", std::string()},
-      {"DataField", std::string()},
-      {"InitialParent", std::string()},
-      {"Text", std::string()},
-      {"TextAlign", std::int32_t{0}},
-      {"TextColor", black},
-      {"Default", false},
-      {"Cancel", false},
-      {"Value", false},
+      {property::Index, noControlArray},
+      {property::LockLeft, false},
+      {property::LockTop, false},
+      {property::LockRight, false},
+      {property::LockBottom, false},
+      {property::TabPanelIndex, std::int32_t{0}},
+      {property::Enabled, true},
+      {property::Visible, true},
+      {property::HelpTag, std::string()},
+      {property::AutoDeactivate, true},
+      {property::Italic, false},
+      {property::Underline, false},
+      {property::MultiLine, false},
+      {property::DataSource, std::string()},
+      {property::DataField, std::string()},
+      {property::InitialParent, std::string()},
+      {property::Text, std::string()},
+      {property::TextAlign, std::int32_t{0}},
+      {property::TextColor, black},
+      {property::Default, false},
+      {property::Cancel, false},
+      {property::Value, false},
       // The three answer fields of the main window, which the other fields follow.
-      {"Border", true},
-      {"ScrollBarHorizontal", false},
-      {"ScrollBarVertical", true},
-      {"Styled", false},
-      {"Password", false},
-      {"UseFocusRing", true},
-      {"BackColor", white},
-      {"Format", std::string()},
-      {"Mask", std::string()},
-      {"ReadOnly", false},
-      {"LimitText", std::int32_t{0}},
-      {"AcceptTabs", false},
-      {"Alignment", std::int32_t{0}},
+      {property::Border, true},
+      {property::ScrollBarHorizontal, false},
+      {property::ScrollBarVertical, true},
+      {property::Styled, false},
+      {property::Password, false},
+      {property::UseFocusRing, true},
+      {property::BackColor, white},
+      {property::Format, std::string()},
+      {property::Mask, std::string()},
+      {property::ReadOnly, false},
+      {property::LimitText, std::int32_t{0}},
+      {property::AcceptTabs, false},
+      {property::Alignment, std::int32_t{0}},
   };
   return values;
 }
@@ -61,32 +61,32 @@ const PropertyList& sharedControlValues() {
 // The main window's record, which the other windows take over but for what they change.
 const PropertyList& sharedWindowValues() {
   static const PropertyList values = {
-      {"Placement", std::int32_t{0}},
-      {"MinWidth", std::int32_t{64}},
-      {"MinHeight", std::int32_t{64}},
-      {"MaxWidth", std::int32_t{32000}},
-      {"MaxHeight", std::int32_t{32000}},
-      {"Frame", std::int32_t{0}},
-      {"Composite", false},
-      {"HasBackColor", false},
-      {"BackColor", white},
-      {"Visible", true},
-      {"FullScreen", false},
-      {"MenuBarVisible", true},
-      {"CloseButton", true},
-      {"Resizeable", false},
-      {"LiveResize", false},
-      {"MaximizeButton", false},
-      {"MinimizeButton", true},
-      {"BalloonHelp", std::string()},
-      {"MacProcId", std::int32_t{0}},
+      {property::Placement, std::int32_t{0}},
+      {property::MinWidth, std::int32_t{64}},
+      {property::MinHeight, std::int32_t{64}},
+      {property::MaxWidth, std::int32_t{32000}},
+      {property::MaxHeight, std::int32_t{32000}},
+      {property::Frame, std::int32_t{0}},
+      {property::Composite, false},
+      {property::HasBackColor, false},
+      {property::BackColor, white},
+      {property::Visible, true},
+      {property::FullScreen, false},
+      {property::MenuBarVisible, true},
+      {property::CloseButton, true},
+      {property::Resizeable, false},
+      {property::LiveResize, false},
+      {property::MaximizeButton, false},
+      {property::MinimizeButton, true},
+      {property::BalloonHelp, std::string()},
+      {property::MacProcId, std::int32_t{0}},
   };
   return values;
 }
 
 const Property* find(const PropertyList& list, std::string_view name) {
-  const auto found = std::find_if(list.begin(), list.end(),
-                                  [name](const Property& property) { return property.name == name; });
+  const auto found = std::find_if(
+      list.begin(), list.end(), [name](const Property& property) { return property.name == name; });
   return found == list.end() ? nullptr : &*found;
 }
 
@@ -124,15 +124,17 @@ PropertyList join(std::initializer_list<PropertyList> parts) {
 }
 
 PropertyList named(const std::string& name, Place place) {
-  return {{"Name", name},
-          {"Left", place.left},
-          {"Top", place.top},
-          {"Width", place.width},
-          {"Height", place.height}};
+  return {{property::Name, name},
+          {property::Left, place.left},
+          {property::Top, place.top},
+          {property::Width, place.width},
+          {property::Height, place.height}};
 }
 
 PropertyList typeface(const Font& font) {
-  return {{"TextFont", font.name}, {"TextSize", font.size}, {"Bold", font.bold}};
+  return {{property::TextFont, font.name},
+          {property::TextSize, font.size},
+          {property::Bold, font.bold}};
 }
 
 ControlDescription control(RecordClass recordClass, std::string name, const PropertyList& row,
@@ -145,7 +147,8 @@ ControlDescription control(RecordClass recordClass, std::string name, const Prop
 ControlDescription captioned(RecordClass recordClass, std::string name, Place place,
                              std::string caption, const Font& font, const PropertyList& more,
                              Events events) {
-  const auto row = join({named(name, place), typeface(font), {{"Caption", std::move(caption)}}, more});
+  const auto row =
+      join({named(name, place), typeface(font), {{property::Caption, std::move(caption)}}, more});
   return control(recordClass, std::move(name), row, std::move(events));
 }
 
@@ -153,8 +156,10 @@ ControlDescription captioned(RecordClass recordClass, std::string name, Place pl
 
 ControlDescription staticText(std::string name, Place place, std::string text, Font font,
                               std::int32_t textAlign, PropertyList more, Events events) {
-  const auto row = join({named(name, place), typeface(font),
-                         {{"Text", std::move(text)}, {"TextAlign", textAlign}}, more});
+  const auto row = join({named(name, place),
+                         typeface(font),
+                         {{property::Text, std::move(text)}, {property::TextAlign, textAlign}},
+                         more});
   return control(RecordClass::StaticText, std::move(name), row, std::move(events));
 }
 
@@ -206,7 +211,9 @@ ControlDescription httpSocket(std::string name, PropertyList values, Events even
 WindowDescription window(std::string className, std::string title, std::int32_t width,
                          std::int32_t height, PropertyList more,
                          std::vector<ControlDescription> controls, Events events) {
-  const auto row = join({{{"Title", std::move(title)}, {"Width", width}, {"Height", height}}, more});
+  const auto row = join(
+      {{{property::Title, std::move(title)}, {property::Width, width}, {property::Height, height}},
+       more});
   return {std::move(className), record(platform::RecordClass::Window, row, sharedWindowValues()),
           std::move(controls), std::move(events)};
 }

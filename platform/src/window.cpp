@@ -1,5 +1,6 @@
 #include <corvalta/platform/application.h>
 #include <corvalta/platform/controls.h>
+#include <corvalta/platform/record_names.h>
 #include <corvalta/platform/window.h>
 
 
@@ -21,9 +22,9 @@ void Window::setProperty(std::string_view name, PropertyValue value) {
   application_.observer().windowPropertyChanged(*this, name);
 }
 
-std::string Window::Title() const { return valueOr<std::string>(property("Title"), {}); }
+std::string Window::Title() const { return valueOr<std::string>(property(property::Title), {}); }
 
-bool Window::Visible() const { return valueOr(property("Visible"), false); }
+bool Window::Visible() const { return valueOr(property(property::Visible), false); }
 
 void Window::build(const WindowPlan& plan) {
   for (const auto& [name, value] : plan.properties) setProperty(name, value);
@@ -70,13 +71,13 @@ void Window::setFocusControl(Control* control) {
 
 void Window::Show() {
   if (closed_) return;
-  setProperty("Visible", true);
+  setProperty(property::Visible, true);
   application_.observer().windowShown(*this, false);
 }
 
 void Window::ShowModal() {
   if (closed_) return;
-  setProperty("Visible", true);
+  setProperty(property::Visible, true);
   modal_ = true;
   application_.observer().windowShown(*this, true);
   application_.dispatcher().waitUntil([this] { return closed_ || !Visible(); },
@@ -87,7 +88,7 @@ void Window::ShowModal() {
 
 void Window::Hide() {
   if (closed_ || !Visible()) return;
-  setProperty("Visible", false);
+  setProperty(property::Visible, false);
   application_.observer().windowHidden(*this);
   application_.loop().wake();
 }

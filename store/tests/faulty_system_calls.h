@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <optional>
@@ -27,8 +28,9 @@ class FaultySystemCalls final : public SystemCalls {
   ssize_t read(int fd, void* buffer, std::size_t size) override {
     return fails("read") ? -1 : real().read(fd, buffer, size);
   }
+  // Writes at most 4 KiB a call, as the system may when a disk fills up or a signal comes.
   ssize_t write(int fd, const void* data, std::size_t size) override {
-    return fails("write") ? -1 : real().write(fd, data, size);
+    return fails("write") ? -1 : real().write(fd, data, std::min<std::size_t>(size, 4096));
   }
   int fsync(int fd) override { return fails("fsync") ? -1 : real().fsync(fd); }
   // A failing close still releases the descriptor, as the system's does.
@@ -41,10 +43,18 @@ class FaultySystemCalls final : public SystemCalls {
   int rename(const std::string& from, const std::string& to) override {
     return fails("rename") ? -1 : real().rename(from, to);
   }
-  int unlink(const std::string& path) override { return fails("unlink") ? -1 : real().unlink(path); }
-  int mkdir(const std::string& path, mode_t mode) override { return fails("mkdir") ? -1 : real().mkdir(path, mode); }
-  int fstat(int fd, struct stat& status) override { return fails("fstat") ? -1 : real().fstat(fd, status); }
-  int fchmod(int fd, mode_t mode) override { return fails("fchmod") ? -1 : real().fchmod(fd, mode); }
+  int unlink(const std::string& path) override {
+    return fails("unlink") ? -1 : real().unlink(path);
+  }
+  int mkdir(const std::string& path, mode_t mode) override {
+    return fails("mkdir") ? -1 : real().mkdir(path, mode);
+  }
+  int fstat(int fd, struct stat& status) override {
+    return fails("fstat") ? -1 : real().fstat(fd, status);
+  }
+  int fchmod(int fd, mode_t mode) override {
+    return fails("fchmod") ? -1 : real().fchmod(fd, mode);
+  }
   int lstat(const std::string& path, struct stat& status) override {
     return fails("lstat") ? -1 : real().lstat(path, status);
   }

@@ -17,25 +17,23 @@ namespace {
 std::string story(SystemCalls& calls, const std::string& root) {
   std::string told;
   const auto tell = [&told](const std::string& step) { told += step + "\n"; };
-  const auto status = [](ReadStatus s) {
+  const auto status = [](ReadStatus s) -> std::string {
     return s == ReadStatus::Read ? "read" : s == ReadStatus::Missing ? "missing" : "unreadable";
+  };
+  const auto yes = [](bool done) { return std::string(done ? "yes" : "no"); };
+  const auto error = [](int result) {
+    return result == 0 ? std::string("0") : std::string(std::strerror(errno));
   };
   const PreferencesFolder folder(calls, root + "/config/corvalta");
   StoredFile settings = folder.Child("corvalta.plist");
   tell("first read: " + settings.OpenCreatingWith("True\nEasy\n").ReadLine());
   const FileContents made = readWholeFile(calls, settings.path());
-  tell(std::string("made: ") + status(made.status) + " '" + made.bytes + "'");
-  tell(std::string("replaced: ") + (settings.Replace("False\nHard\n") ? "yes" : "no"));
-  const auto error = [](int result) { return result == 0 ? std::string("0") : std::strerror(errno); };
-  // Left by a killed save of a process that can no longer run.
-  const std::string leftover = folder.path() + "/.corvalta.plist.2147483647.new";
-  calls.close(calls.open(leftover, O_WRONLY | O_CREAT, 0600));
+  tell("made: " + status(made.status) + " '" + made.bytes + "'");
+  tell("replaced: " + yes(settings.Replace("False\nHard\n")));
   tell("next read: " + StoredFile(calls, settings.path()).OpenCreatingWith("").ReadLine());
-  struct stat leftoverStatus {};
-  tell("the killed save's leftover: " + error(calls.lstat(leftover, leftoverStatus)));
-  tell(std::string("into a missing folder: ") + (replaceWholeFile(calls, root + "/none/x", "a") ? "yes" : "no"));
-  tell(std::string("a folder read as a file: ") + status(readWholeFile(calls, folder.path()).status));
-  tell(std::string("a folder replaced by a file: ") + (replaceWholeFile(calls, folder.path(), "a") ? "yes" : "no"));
+  tell("into a missing folder: " + yes(replaceWholeFile(calls, root + "/none/x", "a")));
+  tell("a folder read as a file: " + status(readWholeFile(calls, folder.path()).status));
+  tell("a folder replaced by a file: " + yes(replaceWholeFile(calls, folder.path(), "a")));
   tell("mkdir again: " + error(calls.mkdir(folder.path(), 0700)));
   tell("unlink a missing file: " + error(calls.unlink(root + "/gone")));
   tell("open a missing file: " + error(calls.open(root + "/gone", O_RDONLY, 0) < 0 ? -1 : 0));
@@ -48,8 +46,8 @@ TEST(MemorySystemCalls, TellTheSameStoryAsTheSystem) {
   MemorySystemCalls memory;
   const std::string expected =
       "first read: True\nmade: read 'True\nEasy\n'\nreplaced: yes\nnext read: False\n"
-      "the killed save's leftover: No such file or directory\n"
-      "into a missing folder: no\na folder read as a file: unreadable\na folder replaced by a file: no\n"
+      "into a missing folder: no\na folder read as a file: unreadable\n"
+      "a folder replaced by a file: no\n"
       "mkdir again: File exists\nunlink a missing file: No such file or directory\n"
       "open a missing file: No such file or directory\n";
   EXPECT_EQ(story(posixSystemCalls(), root.path().string()), expected);

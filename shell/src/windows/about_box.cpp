@@ -11,7 +11,7 @@ using namespace platform::description;
 platform::WindowDescription aboutBoxDescription() {
   const std::string version(platform::app_info::LongVersion());
   return window(
-      "AboutBox", "About Corvalta", 264, 258, {{"MinimizeButton", false}},
+      "AboutBox", "About Corvalta", 264, 258, {{property::MinimizeButton, false}},
       {
           pushButton("PushButton1", {72, 180, 120, 21}, "Email Author", systemFont(true), {},
                      {"Action"}),
@@ -19,7 +19,7 @@ platform::WindowDescription aboutBoxDescription() {
                      {"Action"}),
           staticText("StaticText2", {80, 86, 104, 87},
                      "Developed by\rNemkard\r\rSr. Beta Tester\rOstrel", systemFont(), 1,
-                     {{"MultiLine", true}}),
+                     {{property::MultiLine, true}}),
           staticText("StaticText1", {20, 20, 224, 45}, "Corvalta", arial(30, true), 1),
           staticText("StaticText3", {60, 60, 56, 20}, "Version:", arial(12, true), 2),
           staticText("StaticText4", {131, 60, 79, 20}, version, arial(12, true), 1, {},

@@ -47,11 +47,12 @@ constexpr const char* helpText =
 
 // One large field with the rules; what the user types into it is never stored.
 platform::WindowDescription helpDescription() {
-  return window("Help", "Corvalta", 400, 300, {},
-                {
-                    editField("EditField1", {20, 20, 360, 260}, arial(12),
-                              {{"MultiLine", true}, {"Text", std::string(helpText)}}),
-                });
+  return window(
+      "Help", "Corvalta", 400, 300, {},
+      {
+          editField("EditField1", {20, 20, 360, 260}, arial(12),
+                    {{property::MultiLine, true}, {property::Text, std::string(helpText)}}),
+      });
 }
 
 }  // namespace corvalta::shell

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <corvalta/platform/record_names.h>
 #include <corvalta/platform/window_description.h>
 
 #include <cstdint>
@@ -11,6 +12,9 @@
 // values that its table gives; every other entry of the class takes the value that the
 // program's windows share (enabled, visible, black text, no lock, no control array, ...).
 namespace corvalta::platform::description {
+
+// A window's table names the properties of its rows through this.
+namespace property = platform::property;
 
 struct Place {
   std::int32_t left;
