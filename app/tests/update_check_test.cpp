@@ -58,14 +58,16 @@ class Check final : platform::SoundSystem, platform::Dialogs, platform::UrlOpene
     EXPECT_EQ(app.windows().size(), 1u) << "Window1 only: selfTest and updateWindow closed";
   }
 
-  // updateWindow as "label '...', bar shown|hidden (Maximum N), button '...'" or "no updateWindow".
+  // updateWindow as "label '...', bar shown|hidden (Maximum N), button '...'" or "no updateWindow",
+  // and ", selfTest up" while that window outlives the opening of updateWindow.
   [[nodiscard]] std::string describe() const {
     auto* window = app.liveWindow("updateWindow");
     if (window == nullptr) return "no updateWindow";
     const auto& bar = window->control<platform::ProgressBar>("ProgressBar1");
     return "label '" + window->control<platform::StaticText>("StaticText1").Text() + "', bar " +
            (bar.Visible() ? "shown" : "hidden") + " (Maximum " + std::to_string(bar.Maximum()) + "), button '" +
-           window->control<platform::PushButton>("PushButton1").Caption() + "'";
+           window->control<platform::PushButton>("PushButton1").Caption() + "'" +
+           (app.liveWindow("selfTest") != nullptr ? ", selfTest up" : "");
   }
 
   platform::headless::HeadlessServices services{1};
