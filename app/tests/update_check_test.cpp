@@ -6,6 +6,7 @@
 #include <corvalta/platform/user_input.h>
 #include <corvalta/store/memory_system_calls.h>
 #include <corvalta/testing/local_ports.h>
+#include <corvalta/testing/nginx_server.h>
 #include <corvalta/testing/scripted_server.h>
 
 #include <QEventLoop>
@@ -13,6 +14,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 
 namespace corvalta::app {
@@ -58,11 +60,10 @@ class Check final : platform::SoundSystem, platform::Dialogs, platform::UrlOpene
     EXPECT_EQ(app.windows().size(), 1u) << "Window1 only: selfTest and updateWindow closed";
   }
 
-  // updateWindow as "label '...', bar shown|hidden (Maximum N), button '...'" or "no updateWindow",
-  // and ", selfTest up" while that window outlives the opening of updateWindow.
+  // The updateWindow that is up as "label '...', bar shown|hidden (Maximum N), button '...'", and
+  // ", selfTest up" while that window outlives the opening of updateWindow.
   [[nodiscard]] std::string describe() const {
     auto* window = app.liveWindow("updateWindow");
-    if (window == nullptr) return "no updateWindow";
     const auto& bar = window->control<platform::ProgressBar>("ProgressBar1");
     return "label '" + window->control<platform::StaticText>("StaticText1").Text() + "', bar " +
            (bar.Visible() ? "shown" : "hidden") + " (Maximum " + std::to_string(bar.Maximum()) + "), button '" +
@@ -98,11 +99,10 @@ const std::string kPath = "/Updates/corvalta.xml";
 const std::string kDownload = "http://downloads.example/corvalta-2.2.0.tar.gz";
 const std::string kHidden = "label 'Checking for updates...', bar hidden (Maximum 0), button 'Cancel': ";
 
-// A 200 answer with a manifest of the four values, one per line, inside a root element.
+// A manifest with the four values, one per line, inside a root element.
 std::string manifest(const std::string& version, const std::string& description, const std::string& free) {
-  return "HTTP/1.0 200 OK\r\nContent-Type: text/xml\r\n\r\n<Corvalta>\n<CurrentVersion>" + version +
-         "</CurrentVersion>\n<Description>" + description + "</Description>\n<Free>" + free +
-         "</Free>\n<DownloadURLOSX>" + kDownload + "</DownloadURLOSX>\n</Corvalta>\n";
+  return "<Corvalta>\n<CurrentVersion>" + version + "</CurrentVersion>\n<Description>" + description +
+         "</Description>\n<Free>" + free + "</Free>\n<DownloadURLOSX>" + kDownload + "</DownloadURLOSX>\n</Corvalta>\n";
 }
 
 // The upgrade prompt, answered with the button of that caption.
@@ -115,13 +115,14 @@ std::string prompt(const std::string& version, bool free, const std::string& exp
 }
 
 // Every ending of a check: what the user meets, in order, and that no window is left, also when
-// late network events would have come. The server gets the client's exact HTTP/1.0 GET, then
-// answers with the bytes given and closes, or stays silent while the window waits with its bar
-// running until Cancel or the close box end it at once and drop the request; or nothing listens.
+// late network events would have come. nginx serves a manifest through the deploy snippet as it
+// stands; a scripted server gets the client's exact HTTP/1.0 GET, then answers with the bytes
+// given and closes, or stays silent while the window waits with its bar running until Cancel or
+// the close box end it at once and drop the request; or nothing listens.
 TEST(UpdateCheck, EachAnswerOfTheServerEndsTheCheckItsOwnWay) {
   const struct {
     const char* name;
-    std::optional<std::string> answer;  // empty: the server stays silent; nullopt: it refuses
+    std::optional<std::string> answer;  // a manifest ("<...") or an answer; empty: silent; nullopt: refused
     const char* button;                 // for the dialog that comes up
     Entries journal;
     bool closeBox = false;  // ends a silent wait with the close box instead of Cancel
@@ -143,17 +144,24 @@ TEST(UpdateCheck, EachAnswerOfTheServerEndsTheCheckItsOwnWay) {
       {"silent, Cancel", "", nullptr, {}},
       {"silent, close box", "", nullptr, {}, true},
   };
+  corvalta::testing::TemporaryFolder root;
+  std::filesystem::create_directory(root.path() / "Updates");
+  const std::string snippet = "include " CORVALTA_DEPLOY_DIR "/nginx/corvalta-updates.conf;";  // as it stands
+  const corvalta::testing::NginxServer site(root.path(), snippet);
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     std::optional<ScriptedServer> server;
     const bool silent = c.answer && c.answer->empty();
-    if (c.answer) {
+    std::string url = "http://127.0.0.1:" + std::to_string(corvalta::testing::freeLocalPort()) + kPath;
+    if (c.answer && c.answer->starts_with('<')) {
+      corvalta::testing::writeBytes(root.path() / "Updates/corvalta.xml", *c.answer);
+      url = site.url(kPath);
+    } else if (c.answer) {
       const ScriptedServer::Script script = {ScriptedServer::readRequest(),
                                              silent ? ScriptedServer::holdOpen() : ScriptedServer::send(*c.answer)};
-      server.emplace(std::vector<ScriptedServer::Script>{script});
+      url = server.emplace(std::vector<ScriptedServer::Script>{script}).url(kPath);
     }
-    Check check(server ? server->url(kPath)
-                       : "http://127.0.0.1:" + std::to_string(corvalta::testing::freeLocalPort()) + kPath);
+    Check check(url);
     if (c.button != nullptr) check.services.dialogs.queueAnswer(c.button);
     check.run(!silent ? std::function<void()>() : [&] {
       // The server's thread wakes no loop: look again every 20 ms, for 30 s at most.

@@ -23,13 +23,6 @@
 namespace corvalta::app {
 namespace {
 
-// Where the ink of one line of `text` lies when Qt draws it in `box` with `alignment`.
-QRect inkOf(const QFontMetrics& metrics, const QRect& box, Qt::Alignment alignment, const QString& text) {
-  const QRect line = QStyle::alignedRect(Qt::LeftToRight, alignment,
-                                         {metrics.horizontalAdvance(text), metrics.height()}, box);
-  return metrics.tightBoundingRect(text).translated(line.left(), line.top() + metrics.ascent());
-}
-
 // "Window.Control 'text' needs QRect(...) in QRect(...)".
 std::string fault(const QWidget* widget, const QString& text, const QRect& needed, const QRect& box) {
   QString line;
@@ -38,10 +31,13 @@ std::string fault(const QWidget* widget, const QString& text, const QRect& neede
   return line.toStdString();
 }
 
+// One line of `text` as Qt draws it in `box` with `alignment`: its advance and its ink inside.
 void check(std::vector<std::string>& faults, const QWidget* widget, const QString& text, const QRect& box,
            Qt::Alignment alignment = Qt::AlignCenter) {
   const QFontMetrics metrics = widget->fontMetrics();
-  const QRect ink = inkOf(metrics, box, alignment, text);
+  const QRect line = QStyle::alignedRect(Qt::LeftToRight, alignment,
+                                         {metrics.horizontalAdvance(text), metrics.height()}, box);
+  const QRect ink = metrics.tightBoundingRect(text).translated(line.left(), line.top() + metrics.ascent());
   if (!text.isEmpty() && (metrics.horizontalAdvance(text) > box.width() || !box.contains(ink))) {
     faults.push_back(fault(widget, text, ink, box));
   }
@@ -50,8 +46,8 @@ void check(std::vector<std::string>& faults, const QWidget* widget, const QStrin
 void checkLabel(std::vector<std::string>& faults, const QLabel* label) {
   const QRect box = label->contentsRect();
   if (label->wordWrap() || label->text().contains('\n')) {
-    const int flags = int(label->alignment()) | Qt::TextWordWrap;
-    const QRect needed = label->fontMetrics().boundingRect(box, flags, label->text());
+    const QRect needed =
+        label->fontMetrics().boundingRect(box, int(label->alignment()) | Qt::TextWordWrap, label->text());
     if (!box.contains(needed)) faults.push_back(fault(label, label->text(), needed, box));
   } else {
     check(faults, label, label->text(), box, label->alignment());
