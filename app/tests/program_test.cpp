@@ -14,8 +14,8 @@ using core::Module1;
 
 // A whole life on the driver: the first start makes the folder and both files with their
 // defaults; Very Hard, sound off and a top-ten game are on disk after the main window's close
-// box has quit with 0, and the next start comes up with them: the level cell with its leading
-// blank, the name as typed, in its composed form.
+// box has quit with 0, and the next start shows the table (the settings test reads the rest):
+// the level cell with its leading blank, the name as typed, in its composed form.
 TEST(WholeLife, SettingsAndScoreSurviveARestart) {
   TemporaryFolder home;
   const std::string folder = home / "config";
@@ -34,7 +34,6 @@ TEST(WholeLife, SettingsAndScoreSurviveARestart) {
   }
   EXPECT_EQ(fileBytes(folder + "/" + kSettings), "False\nVery Hard\n");
 
-  // How the settings read back is the settings test's.
   ProgramRun second(folder);
   EXPECT_EQ(second.window().control<platform::Listbox>("HighScores").rows(), table);
 }
