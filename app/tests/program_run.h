@@ -34,7 +34,6 @@ class ProgramRun {
     EXPECT_EQ(script.run(in), 0) << err.str();
   }
   core::Window1& window() { return core::Window1::instance(); }
-  bool selected(const char* level) { return window().control<platform::RadioButton>(level).Value(); }
 
   std::ostringstream out, err;
   platform::headless::HeadlessServices services{7, core::soundLengths()};

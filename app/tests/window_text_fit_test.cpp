@@ -8,6 +8,7 @@
 
 #include "../../platform/tests/log_window.h"
 
+#include <QDebug>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -22,26 +23,21 @@
 namespace corvalta::app {
 namespace {
 
-// Where the ink of one line of `text` lies when Qt draws it in `box` with `alignment`.
-QRect inkOf(const QFontMetrics& metrics, const QRect& box, Qt::Alignment alignment, const QString& text) {
-  const QRect line = QStyle::alignedRect(Qt::LeftToRight, alignment,
-                                         {metrics.horizontalAdvance(text), metrics.height()}, box);
-  return metrics.tightBoundingRect(text).translated(line.left(), line.top() + metrics.ascent());
-}
-
+// "Window.Control 'text' needs QRect(...) in QRect(...)".
 std::string fault(const QWidget* widget, const QString& text, const QRect& needed, const QRect& box) {
-  const auto shown = [](const QRect& r) {
-    return QString("%1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
-  };
-  return (widget->window()->objectName() + '.' + widget->objectName() + " '" + text + "' needs " +
-          shown(needed) + " in " + shown(box))
-      .toStdString();
+  QString line;
+  QDebug(&line).noquote().nospace() << widget->window()->objectName() << '.' << widget->objectName() << " '"
+                                    << text << "' needs " << needed << " in " << box;
+  return line.toStdString();
 }
 
+// One line of `text` as Qt draws it in `box` with `alignment`: its advance and its ink inside.
 void check(std::vector<std::string>& faults, const QWidget* widget, const QString& text, const QRect& box,
            Qt::Alignment alignment = Qt::AlignCenter) {
   const QFontMetrics metrics = widget->fontMetrics();
-  const QRect ink = inkOf(metrics, box, alignment, text);
+  const QRect line = QStyle::alignedRect(Qt::LeftToRight, alignment,
+                                         {metrics.horizontalAdvance(text), metrics.height()}, box);
+  const QRect ink = metrics.tightBoundingRect(text).translated(line.left(), line.top() + metrics.ascent());
   if (!text.isEmpty() && (metrics.horizontalAdvance(text) > box.width() || !box.contains(ink))) {
     faults.push_back(fault(widget, text, ink, box));
   }
@@ -50,8 +46,8 @@ void check(std::vector<std::string>& faults, const QWidget* widget, const QStrin
 void checkLabel(std::vector<std::string>& faults, const QLabel* label) {
   const QRect box = label->contentsRect();
   if (label->wordWrap() || label->text().contains('\n')) {
-    const int flags = int(label->alignment()) | Qt::TextWordWrap;
-    const QRect needed = label->fontMetrics().boundingRect(box, flags, label->text());
+    const QRect needed =
+        label->fontMetrics().boundingRect(box, int(label->alignment()) | Qt::TextWordWrap, label->text());
     if (!box.contains(needed)) faults.push_back(fault(label, label->text(), needed, box));
   } else {
     check(faults, label, label->text(), box, label->alignment());
@@ -77,8 +73,7 @@ void checkList(std::vector<std::string>& faults, const QTableWidget* list) {
 }
 
 // What each control shows: its widget's text, and the rectangle that the style draws it in.
-std::vector<std::string> faultsOf(const QWidget* top) {
-  std::vector<std::string> faults;
+void checkWindow(std::vector<std::string>& faults, const QWidget* top) {
   for (const QWidget* widget : top->findChildren<QWidget*>()) {
     if (widget->objectName().isEmpty() || widget->y() >= widget->parentWidget()->height()) {
       continue;  // parts of Qt's own widgets, or a control below the window's edge (Hint)
@@ -113,7 +108,6 @@ std::vector<std::string> faultsOf(const QWidget* top) {
       checkList(faults, list);
     }
   }
-  return faults;
 }
 
 // Every text of the six windows, the score list full, fits where Qt draws it, at the scale
@@ -141,8 +135,7 @@ TEST(WindowTexts, FitTheirControls) {
         list->setCell(row, 2, "1000");
       }
     }
-    const auto found = faultsOf(view.topLevel(description.className));
-    faults.insert(faults.end(), found.begin(), found.end());
+    checkWindow(faults, view.topLevel(description.className));
     window.Close();
   }
   app.setObserver(nullptr);
