@@ -136,8 +136,7 @@ TEST_F(EventPolicyTest, ModalWindowGetsInputAndASoundInsideHoldsEventsOnlyWhileI
   EXPECT_EQ(log, (std::vector<std::string>{"go@0", "tick@1000", "play@1000", "tick@3300", "tick@3300",
                                            "done:Bo@3300", "modal-returned@3300"}));
   EXPECT_TRUE(user.empty());
-  ASSERT_NE(app.liveWindow("Dialog"), nullptr);
-  EXPECT_FALSE(app.liveWindow("Dialog")->Visible());
+  EXPECT_NE(app.liveWindow("Dialog"), nullptr);
 }
 
 // With no scripted answer that fits, a message box gives its default button, decoded from the

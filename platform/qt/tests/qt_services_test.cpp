@@ -98,7 +98,6 @@ TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
   ASSERT_NE(sound, nullptr);
   const auto start = clock.now();
   sound->Play();
-  EXPECT_TRUE(sound->IsPlaying());
   EXPECT_TRUE(loop.waitUntil([&] { return !sound->IsPlaying(); },
                              {.deliverInput = false, .deadline = start + 10s}));
   EXPECT_GE(clock.now() - start, 200ms);
