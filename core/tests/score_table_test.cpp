@@ -97,9 +97,9 @@ TEST(NameEntry, QualifyingScoreTakesItsPlace) {
   }
 }
 
-// The name field keeps letters and digits with their combining marks, composed (NFC), at most
-// ten as the player sees them: a mark takes no place, goes with the letter before it and is
-// dropped with it; tabs and line ends never go in.
+// The name field keeps letters and digits of every script with their combining marks, composed
+// (NFC), at most ten as the player sees them: a mark takes no place, goes with the letter before
+// it and is dropped with it; blanks, symbols, tabs and line ends never go in.
 TEST(NameEntry, NameFieldKeepsLettersWithTheirMarksComposed) {
   const std::string e = "e\xcc\x81", eComposed = "\xc3\xa9";  // e and a combining acute; é
   const std::string namaste =
@@ -115,6 +115,7 @@ TEST(NameEntry, NameFieldKeepsLettersWithTheirMarksComposed) {
       {"AnnMarieTq\xcc\x87x" + e, "AnnMarieTq\xcc\x87"},  // the tenth letter keeps its mark
       {"\xcc\x81" "Ann\tBo\rCy", "AnnBoCy"},               // a mark with no letter before it
       {"-\xcc\x81q\xcc\x87\xcc\xa3", "q\xcc\xa3\xcc\x87"},  // dropped with its letter; in order
+      {"\u4e2d\u0663 \u2028\U0001F600\xc3", "\u4e2d\u0663"},  // no blank, symbol, bad byte
   };
   Game game;
   auto& entry = platform::implicitInstance<core::Congratulations>("Congratulations");

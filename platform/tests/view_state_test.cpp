@@ -35,23 +35,6 @@ class ViewStateTest : public ::testing::Test {
   std::vector<std::string> log;
 };
 
-// A name field takes the letters and digits of every script, and never a tab, a line end or
-// anything else that would break a line of the score file.
-TEST_F(ViewStateTest, NameMaskTakesLettersAndDigitsOfEveryScript) {
-  const std::pair<std::string, bool> cases[] = {
-      {"a", true},      {"7", true},       {"\u00e9", true},  {"\u4e2d", true},       {"\u0663", true},
-      {"\t", false},    {"\n", false},     {"\u2028", false}, {"\U0001F600", false}, {"-", false},
-      {" ", false},     {"\xC3", false},
-  };
-  Window& w = window();
-  auto& field = w.control<EditField>("NameField");
-  for (const auto& [typed, admitted] : cases) {
-    field.setText("");
-    typeText(app, "Form", "NameField", typed);
-    EXPECT_EQ(field.Text(), admitted ? typed : "") << typed;
-  }
-}
-
 // A new window raises its controls' Open events, then its own; records raise nothing else.
 TEST_F(ViewStateTest, CreationRaisesOpenEventsOnly) {
   Window& w = window();
