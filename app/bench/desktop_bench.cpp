@@ -12,6 +12,7 @@
 #include <corvalta/platform/record_names.h>
 #include <corvalta/platform/user_input.h>
 #include <corvalta/platform/view_observer.h>
+#include <corvalta/testing/child_process.h>
 
 #include <QApplication>
 #include <QTimer>
@@ -44,9 +45,11 @@ double milliseconds(Clock::duration span) {
   return std::chrono::duration<double, std::milli>(span).count();
 }
 
-long long nowNanoseconds() {
-  return std::chrono::duration_cast<std::chrono::nanoseconds>(Clock::now().time_since_epoch()).count();
+long long nanoseconds(Clock::time_point at) {
+  return std::chrono::duration_cast<std::chrono::nanoseconds>(at.time_since_epoch()).count();
 }
+
+long long nowNanoseconds() { return nanoseconds(Clock::now()); }
 
 double milliseconds(const timeval& t) { return double(t.tv_sec) * 1000.0 + double(t.tv_usec) / 1000.0; }
 
@@ -184,49 +187,19 @@ int wholeGame(int argc, char** argv) {
   });
 }
 
-struct Child {
-  std::vector<std::string> lines;
-  long long startedNanoseconds = 0;
-  long peakKilobytes = 0;
-  double cpuMilliseconds = 0;
-};
+using corvalta::testing::ChildRun;
 
-Child run(const std::string& self, const std::string& mode) {
-  int pipeEnds[2];
-  if (pipe(pipeEnds) != 0) std::exit(1);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, pipeEnds[1], STDOUT_FILENO);
-  posix_spawn_file_actions_addclose(&actions, pipeEnds[0]);
-  std::vector<char*> arguments = {const_cast<char*>(self.c_str()), const_cast<char*>("--child"),
-                                  const_cast<char*>(mode.c_str()), nullptr};
-  Child child;
-  child.startedNanoseconds = nowNanoseconds();
-  pid_t pid = 0;
-  if (posix_spawn(&pid, self.c_str(), &actions, nullptr, arguments.data(), environ) != 0) {
-    std::perror("posix_spawn");
-    std::exit(1);
-  }
-  posix_spawn_file_actions_destroy(&actions);
-  close(pipeEnds[1]);
-  std::string text;
-  char buffer[256];
-  for (ssize_t n; (n = read(pipeEnds[0], buffer, sizeof buffer)) > 0;) text.append(buffer, std::size_t(n));
-  close(pipeEnds[0]);
-  int status = 0;
-  rusage usage{};
-  wait4(pid, &status, 0, &usage);
-  child.peakKilobytes = usage.ru_maxrss;
-  child.cpuMilliseconds = milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
-  for (std::size_t start = 0, end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
-    child.lines.push_back(text.substr(start, end - start));
-  }
-  return child;
+ChildRun run(const std::string& self, const std::string& mode) {
+  return corvalta::testing::runChild({self, "--child", mode});
 }
 
-double value(const Child& child, const std::string& key) {
-  for (const auto& line : child.lines) {
-    if (line.rfind(key + " ", 0) == 0) return std::stod(line.substr(key.size() + 1));
+// The number the child printed after `key` on a line of its own.
+double value(const ChildRun& child, const std::string& key) {
+  for (std::size_t start = 0, end; (end = child.output.find('\n', start)) != std::string::npos;
+       start = end + 1) {
+    if (child.output.compare(start, key.size() + 1, key + " ") == 0) {
+      return std::stod(child.output.substr(start + key.size() + 1, end - start - key.size() - 1));
+    }
   }
   std::fprintf(stderr, "the child printed no %s\n", key.c_str());
   std::exit(1);
@@ -255,15 +228,15 @@ Startup medianStartup(const std::string& self, int runs) {
   std::vector<long> gamePeak;
   std::vector<double> bareCpu;
   std::vector<double> gameCpu;
-  const auto paintTime = [](const Child& child) {
-    return (value(child, "painted") - double(child.startedNanoseconds)) / 1e6;
+  const auto paintTime = [](const ChildRun& child) {
+    return (value(child, "painted") - double(nanoseconds(child.started))) / 1e6;
   };
   for (int k = 0; k < runs; ++k) {
-    const Child plain = run(self, "bare");
+    const ChildRun plain = run(self, "bare");
     bare.push_back(paintTime(plain));
     barePeak.push_back(plain.peakKilobytes);
     bareCpu.push_back(plain.cpuMilliseconds);
-    const Child started = run(self, "startup");
+    const ChildRun started = run(self, "startup");
     game.push_back(paintTime(started));
     gamePeak.push_back(started.peakKilobytes);
     gameCpu.push_back(started.cpuMilliseconds);
@@ -326,10 +299,10 @@ int main(int argc, char** argv) {
     std::filesystem::remove_all(folder);
     return 0;
   }
-  const Child idle = run(self, "idle");
+  const ChildRun idle = run(self, "idle");
   std::printf("CPU while idle for 10 s: %.1f ms (goal < 10 ms)\n", value(idle, "idle-cpu-ms"));
   std::fflush(stdout);
-  const Child whole = run(self, "game");
+  const ChildRun whole = run(self, "game");
   std::printf("whole game with sound on: length %.1f ms from Start to Game Over (goal 90000 +- 50), "
               "CPU %.1f ms (goal < 1000 ms)\n",
               value(whole, "game-ms"), value(whole, "game-cpu-ms"));

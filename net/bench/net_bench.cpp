@@ -8,13 +8,10 @@
 // figures that mean anything.
 #include "internet_headers_access.h"
 
+#include <corvalta/testing/child_process.h>
 #include <corvalta/testing/nginx_server.h>
 #include <corvalta/testing/temporary_folder.h>
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -26,8 +23,6 @@
 #include <string>
 #include <utility>
 #include <vector>
-
-extern char** environ;
 
 namespace {
 
@@ -42,36 +37,15 @@ constexpr int kLargeRounds = 5;
 struct Run {
   double seconds = 0;
   double peakMiB = 0;
-  bool ok = false;
 };
 
 // Runs a program with its standard output going to `output`, and waits for it.
 Run run(const std::vector<std::string>& arguments, const std::string& output = "/dev/null") {
-  std::vector<char*> argv;
-  for (const std::string& argument : arguments) {
-    argv.push_back(const_cast<char*>(argument.c_str()));
-  }
-  argv.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(),
-                                   O_WRONLY | O_CREAT | O_TRUNC, 0644);
-  const auto start = Clock::now();
-  pid_t pid = 0;
-  Run result;
-  if (posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ) == 0) {
-    int status = 0;
-    rusage usage{};
-    ::wait4(pid, &status, 0, &usage);
-    result.seconds = std::chrono::duration<double>(Clock::now() - start).count();
-    result.peakMiB = static_cast<double>(usage.ru_maxrss) / 1024;
-    result.ok = WIFEXITED(status) && WEXITSTATUS(status) == 0;
-  }
-  posix_spawn_file_actions_destroy(&actions);
-  if (!result.ok) {
+  const corvalta::testing::ChildRun child = corvalta::testing::runChild(arguments, {}, output);
+  if (!child.exitedZero) {
     std::fprintf(stderr, "failed: %s\n", arguments.front().c_str());
   }
-  return result;
+  return {child.wallSeconds, static_cast<double>(child.peakKilobytes) / 1024};
 }
 
 void benchSmallRequests(const std::string& tool, const corvalta::testing::NginxServer& nginx,

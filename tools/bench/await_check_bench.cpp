@@ -1,13 +1,8 @@
 // The CPU time that the headless driver spends in `await-check` while its update server stays
 // silent for 5 s, beside the same check against a server that closes at once: each a fresh
 // driver process, measured by the kernel's account of the child. It prints; it judges nothing.
+#include <corvalta/testing/child_process.h>
 #include <corvalta/testing/scripted_server.h>
-
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
@@ -15,8 +10,6 @@
 #include <cstdlib>
 #include <string>
 #include <vector>
-
-extern char** environ;
 
 namespace {
 
@@ -28,10 +21,6 @@ struct Run {
   double wallSeconds;
 };
 
-double milliseconds(const timeval& t) {
-  return double(t.tv_sec) * 1000.0 + double(t.tv_usec) / 1000.0;
-}
-
 // One driver, fed the update check's script, against a server that reads the request, says
 // nothing for `silence` and then closes the connection.
 Run checkAgainst(std::chrono::milliseconds silence) {
@@ -39,34 +28,12 @@ Run checkAgainst(std::chrono::milliseconds silence) {
   const std::string script =
       "update-server " + server.url("/Updates/corvalta.xml") +
       "\nmenu CheckForUpdateCheckNow\npress selfTest.PushButton1\nawait-check\n";
-  int input[2];
-  if (pipe(input) != 0) std::exit(1);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
-  posix_spawn_file_actions_addclose(&actions, input[1]);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-  std::vector<char*> arguments = {const_cast<char*>(CORVALTA_DRIVER), nullptr};
-  const auto started = std::chrono::steady_clock::now();
-  pid_t pid = 0;
-  if (posix_spawn(&pid, CORVALTA_DRIVER, &actions, nullptr, arguments.data(), environ) != 0) {
-    std::perror("posix_spawn " CORVALTA_DRIVER);
-    std::exit(1);
-  }
-  posix_spawn_file_actions_destroy(&actions);
-  close(input[0]);
-  if (write(input[1], script.data(), script.size()) != static_cast<ssize_t>(script.size()))
-    std::exit(1);
-  close(input[1]);
-  int status = 0;
-  rusage usage{};
-  wait4(pid, &status, 0, &usage);
-  const std::chrono::duration<double> wall = std::chrono::steady_clock::now() - started;
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+  const auto driver = corvalta::testing::runChild({CORVALTA_DRIVER}, script, "/dev/null");
+  if (!driver.exitedZero) {
     std::fprintf(stderr, "the driver failed the update check's script\n");
     std::exit(1);
   }
-  return {milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime), wall.count()};
+  return {driver.cpuMilliseconds, driver.wallSeconds};
 }
 
 double medianCpu(std::vector<Run> runs) {
